@@ -1,0 +1,24 @@
+#pragma once
+// Conversions at the I/O edges only (argv, files, SQLite TEXT, terminal).
+#include <string>
+#include <string_view>
+
+#include "common/Text.h"
+
+namespace nv {
+
+// UTF-16 to UTF-8. A lone surrogate is written as its own three-byte sequence so that
+// names read back exactly (the registry allows any code unit).
+std::string ToUtf8(TextView text);
+
+// UTF-8 to UTF-16; the three-byte form of a lone surrogate comes back as that unit, and
+// any malformed byte becomes U+FFFD.
+Text FromUtf8(std::string_view bytes);
+
+// True when the bytes are well-formed UTF-8 (surrogate forms allowed, as written above).
+bool IsUtf8(std::string_view bytes);
+
+// Windows-1252, the ANSI code page of the host's French and English systems.
+Text FromCp1252(std::string_view bytes);
+
+}  // namespace nv

