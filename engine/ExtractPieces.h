@@ -1,0 +1,23 @@
+#pragma once
+// Function 1: the text of one field, a range of consecutive pieces of the string.
+#include <cstdint>
+
+#include "common/Text.h"
+#include "engine/PieceCut.h"
+
+namespace nv {
+
+// `start` is the 0-based index of the first piece (negative: from the end, -1 the last);
+// `end` the 1-based number of the last piece (0 or negative: from the end, 0 the last).
+// Both are written back resolved to 0-based indices of the first and last piece. With
+// `showSeparators` false one separator is removed from each end of the result; with it
+// true and a range not starting at piece 0, a separator is put in front when missing.
+// An empty or reversed range gives the empty text (start = end = 0 always gives the whole
+// text). Fails with SubscriptOutOfRange when start resolves below 0 and the range is not
+// empty.
+Text ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, bool showSeparators);
+
+// The same on a cut made for this one call.
+Text ExtractPieces(TextView text, TextView separator, std::int16_t& start, std::int16_t& end, bool showSeparators);
+
+}  // namespace nv
