@@ -14,4 +14,9 @@ bool SystemUsesFrenchWords() {
   return false;
 }
 
+// The C library has no per-locale date separators worth trusting: both of our languages
+// write dates with "/" and times with ":".
+Text SystemDateSeparator() { return u"/"; }
+Text SystemTimeSeparator() { return u":"; }
+
 }  // namespace nv

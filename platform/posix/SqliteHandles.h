@@ -1,0 +1,21 @@
+#pragma once
+// Owning handles of SQLite objects, declared without the SQLite header so that users of
+// the hive never see it.
+#include <memory>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace nv {
+
+struct SqliteCloser {
+  void operator()(sqlite3* db) const noexcept;
+};
+struct StatementFinalizer {
+  void operator()(sqlite3_stmt* statement) const noexcept;
+};
+
+using SqliteDb = std::unique_ptr<sqlite3, SqliteCloser>;
+using SqliteStatement = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
+
+}  // namespace nv

@@ -1,0 +1,119 @@
+#pragma once
+// The registry natively: one SQLite file (WAL, busy timeout) that several processes may use
+// at once. Each write lands whole or not at all; a batch is one transaction. Handles are
+// numbers of this object, each with the access it was opened with; they stay valid after
+// their key is deleted and then answer KeyDeleted, as on Windows. One thread at a time.
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/posix/SqliteHandles.h"
+#include "store/Registry.h"
+
+namespace nv {
+
+class SqliteHive final : public Registry {
+  struct PrivateTag {
+    explicit PrivateTag() = default;
+  };
+
+ public:
+  // Opens the hive at `path`, creating the file and its folders when missing. Throws
+  // std::runtime_error naming the file when it is not a hive or is corrupt (and leaves it as
+  // it was).
+  static std::unique_ptr<SqliteHive> Open(const std::string& path);
+
+  SqliteHive(PrivateTag, SqliteDb db);
+  SqliteHive(const SqliteHive&) = delete;
+  SqliteHive& operator=(const SqliteHive&) = delete;
+  ~SqliteHive() override;
+
+  RegStatus OpenKey(RegKey parent, TextView subKey, std::uint32_t access, RegKey& result) override;
+  RegStatus CreateKey(RegKey parent, TextView subKey, std::uint32_t access, RegKey& result) override;
+  RegStatus CloseKey(RegKey key) override;
+  RegStatus QueryValue(RegKey key, TextView name, std::uint32_t* type, std::uint8_t* data,
+                       std::uint32_t* size) override;
+  RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
+                     std::uint32_t size) override;
+  RegStatus DeleteValue(RegKey key, TextView name) override;
+  RegStatus DeleteTree(RegKey key, TextView subKey) override;
+  RegStatus EnumKey(RegKey key, std::uint32_t index, Text& name) override;
+  RegStatus EnumValue(RegKey key, std::uint32_t index, Text& name, std::uint32_t& type,
+                      std::vector<std::uint8_t>& data) override;
+
+  // One BEGIN IMMEDIATE transaction; nested calls count. While a batch could not start (the
+  // hive stayed busy) or was lost, writes fail with the reason instead of landing alone.
+  void BeginBatch() override;
+  void CommitBatch() override;
+  void AbandonBatch() override;
+
+  // A deferred transaction around a run of reads; inside a write batch it adds nothing.
+  void BeginReading() override;
+  void EndReading() override;
+
+ private:
+  // Where the last enumeration through a handle stopped: asking for the next index then
+  // costs one step instead of skipping over every entry before it. Trusted only while
+  // neither this connection nor another one has changed the hive since.
+  struct EnumCursor {
+    std::int64_t index = -1;
+    std::int64_t lastId = 0;               // values: row id of the last one
+    std::vector<std::uint8_t> lastFolded;  // sub-keys: folded name of the last one
+    std::int64_t dataVersion = 0;
+    std::int64_t changes = 0;
+  };
+  struct KeyAccess {
+    std::int64_t id = 0;
+    std::uint32_t access = 0;
+    EnumCursor keys, values;
+  };
+  struct Statements {
+    SqliteStatement findChild, keyExists, lastKeyId, insertKey, deleteKey, deleteChildren, deleteValues;
+    SqliteStatement enumKey, enumKeyAfter, queryValue, queryValueSize, setValue, deleteValue, enumValue, enumValueAfter;
+    std::array<SqliteStatement, 9> findPath;  // by depth, from 2
+  };
+
+  // The handle's key, or null: InvalidHandle.
+  KeyAccess* Lookup(RegKey handle);
+  // Whether a cursor may go on to `index` without asking where it is again.
+  bool Continues(const EnumCursor& cursor, std::uint32_t index) const;
+  RegKey NewHandle(std::int64_t id, std::uint32_t access);
+  // `otherwise`, or KeyDeleted when key `id` no longer exists.
+  RegStatus UnlessDeleted(std::int64_t id, RegStatus otherwise);
+  // Follows `names` down from key `id` as far as they exist; `found` names were followed.
+  // Resolve tries a path remembered from before, then the whole path in one statement (one
+  // read transaction, which is most of the cost); Walk goes name by name.
+  RegStatus Resolve(std::int64_t& id, std::span<const TextView> names, std::size_t& found);
+  RegStatus Walk(std::int64_t& id, std::span<const TextView> names, std::size_t& found);
+  // Success when a write may start now: outside a batch, or inside one that is still alive.
+  RegStatus WriteAllowed();
+  void EndBatch();
+  // After a rollback: keys made since `lastKeyId` never were, and their ids may come again.
+  void ForgetKeysAfter(std::int64_t lastKeyId);
+
+  SqliteDb db_;
+  Statements statements_;
+  std::unordered_map<RegKey, KeyAccess> handles_;  // the roots too, never closed
+  RegKey nextHandle_;
+  int batchDepth_ = 0;
+  int readingDepth_ = 0;
+  bool readingBegan_ = false;
+  RegStatus batchStatus_ = RegError::Success;
+  bool batchBegan_ = false, batchAbandoned_ = false;
+  std::int64_t batchLastKeyId_ = 0;  // the newest key when the batch began
+  // Paths of two names or more already resolved: folded path -> key id. A key never moves
+  // and its id is never given to another key (but see ForgetKeysAfter), so an entry holds
+  // as long as its key exists; deleting a key deletes everything under it.
+  std::unordered_map<std::string, std::int64_t> pathCache_;
+  std::string pathKey_;
+  // Scratch space reused by every lookup.
+  std::vector<TextView> names_;
+  std::vector<std::uint8_t> folded_;
+  std::vector<std::vector<std::uint8_t>> foldedPath_;
+};
+
+}  // namespace nv

@@ -1,0 +1,110 @@
+// Value operations of the hive.
+#include <sqlite3.h>
+
+#include <cstring>
+
+#include "common/Utf.h"
+#include "platform/posix/HiveKeyPath.h"
+#include "platform/posix/SqliteHive.h"
+#include "platform/posix/SqliteRun.h"
+#include "platform/posix/SqliteStatus.h"
+
+namespace nv {
+
+RegStatus SqliteHive::QueryValue(RegKey key, TextView name, std::uint32_t* type, std::uint8_t* data,
+                                 std::uint32_t* size) {
+  const KeyAccess* target = Lookup(key);
+  if (target == nullptr) return RegError::InvalidHandle;
+  if (data != nullptr && size == nullptr) return RegError::InvalidParameter;
+  if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
+  FoldName(name, folded_);
+  StatementRun run(data == nullptr ? statements_.queryValueSize : statements_.queryValue);
+  const int rc = run.Bind(1, target->id).BindBlob(2, folded_).Step();
+  if (rc == SQLITE_DONE) return UnlessDeleted(target->id, RegError::FileNotFound);
+  if (rc != SQLITE_ROW) return StatusFromSqlite(rc);
+  if (type != nullptr) *type = static_cast<std::uint32_t>(run.Int(0));
+  if (data == nullptr) {
+    if (size != nullptr) *size = static_cast<std::uint32_t>(run.Int(1));
+    return RegError::Success;
+  }
+  const auto bytes = run.Blob(1);
+  const auto needed = static_cast<std::uint32_t>(bytes.size());
+  if (data != nullptr) {
+    if (*size < needed) {
+      *size = needed;
+      return RegError::MoreData;
+    }
+    if (needed > 0) std::memcpy(data, bytes.data(), needed);
+  }
+  if (size != nullptr) *size = needed;
+  return RegError::Success;
+}
+
+RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
+                               std::uint32_t size) {
+  const KeyAccess* target = Lookup(key);
+  if (target == nullptr) return RegError::InvalidHandle;
+  if (data == nullptr && size > 0) return RegError::InvalidParameter;
+  if ((target->access & RegAccess::SetValue) == 0) return RegError::AccessDenied;
+  if (const RegStatus status = WriteAllowed(); status != RegError::Success) return status;
+  FoldName(name, folded_);
+  // One statement, so the write is atomic without a transaction of its own; a deleted key
+  // shows up as its foreign key failing.
+  StatementRun run(statements_.setValue);
+  const int rc = run.Bind(1, target->id)
+                     .BindText(2, ToUtf8(name))
+                     .BindBlob(3, folded_)
+                     .Bind(4, type)
+                     .BindBlob(5, {data, size})
+                     .Step();
+  if (rc == SQLITE_CONSTRAINT_FOREIGNKEY) return RegError::KeyDeleted;
+  return StatusFromSqlite(rc);
+}
+
+RegStatus SqliteHive::DeleteValue(RegKey key, TextView name) {
+  const KeyAccess* target = Lookup(key);
+  if (target == nullptr) return RegError::InvalidHandle;
+  if ((target->access & RegAccess::SetValue) == 0) return RegError::AccessDenied;
+  if (const RegStatus status = WriteAllowed(); status != RegError::Success) return status;
+  FoldName(name, folded_);
+  StatementRun run(statements_.deleteValue);
+  const int rc = run.Bind(1, target->id).BindBlob(2, folded_).Step();
+  if (rc != SQLITE_DONE) return StatusFromSqlite(rc);
+  return sqlite3_changes(db_.get()) == 0 ? UnlessDeleted(target->id, RegError::FileNotFound) : RegError::Success;
+}
+
+RegStatus SqliteHive::EnumValue(RegKey key, std::uint32_t index, Text& name, std::uint32_t& type,
+                                std::vector<std::uint8_t>& data) {
+  KeyAccess* target = Lookup(key);
+  if (target == nullptr) return RegError::InvalidHandle;
+  if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
+  const auto take = [&](const StatementRun& run) {
+    name = run.TextColumn(0);
+    type = static_cast<std::uint32_t>(run.Int(1));
+    const auto bytes = run.Blob(2);
+    data.assign(bytes.begin(), bytes.end());
+  };
+  EnumCursor& cursor = target->values;
+  if (Continues(cursor, index)) {
+    StatementRun run(statements_.enumValueAfter);
+    const int rc = run.Bind(1, target->id).Bind(2, cursor.lastId).Step();
+    if (rc == SQLITE_ROW && run.Int(4) == cursor.dataVersion) {
+      take(run);
+      cursor.lastId = run.Int(3);
+      cursor.index = index;
+      return RegError::Success;
+    }
+    if (rc != SQLITE_ROW && rc != SQLITE_DONE) return StatusFromSqlite(rc);
+  }
+  StatementRun run(statements_.enumValue);
+  const int rc = run.Bind(1, target->id).Bind(2, index).Step();
+  if (rc != SQLITE_ROW) {
+    cursor.index = -1;
+    return rc == SQLITE_DONE ? UnlessDeleted(target->id, RegError::NoMoreItems) : StatusFromSqlite(rc);
+  }
+  take(run);
+  cursor = {index, run.Int(3), {}, run.Int(4), sqlite3_total_changes64(db_.get())};
+  return RegError::Success;
+}
+
+}  // namespace nv

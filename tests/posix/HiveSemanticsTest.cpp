@@ -1,0 +1,276 @@
+// The hive answers as the Windows registry does.
+#include <gtest/gtest.h>
+
+#include "common/Utf.h"
+#include "platform/posix/SqliteHive.h"
+#include "store/RegistryKey.h"
+#include "store/ValueBytes.h"
+#include "tests/posix/HiveSupport.h"
+#include "tests/support/TestRegistry.h"
+
+namespace nv::test {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+constexpr RegKey kHklm = RegRoot::LocalMachine;
+constexpr RegStatus ok = RegError::Success, denied = RegError::AccessDenied;
+
+class Hive : public ::testing::Test {
+ protected:
+  // A handle the test owns; closed with the fixture.
+  RegKey Key(TextView path, std::uint32_t access = RegAccess::AllAccess) {
+    keys_.emplace_back();
+    EXPECT_EQ(CreateUniqueKey(*hive_, kHklm, path, access, keys_.back()), ok) << ToUtf8(path);
+    return keys_.back().Get();
+  }
+  RegStatus Set(RegKey key, TextView name, const Bytes& data, std::uint32_t type = RegType::Binary) {
+    return hive_->SetValue(key, name, type, data.data(), static_cast<std::uint32_t>(data.size()));
+  }
+  std::vector<Text> SubKeys(RegKey key) {
+    std::vector<Text> names;
+    Text name;
+    for (std::uint32_t i = 0; hive_->EnumKey(key, i, name) == ok; ++i) names.push_back(name);
+    return names;
+  }
+
+  TempFolder folder_;
+  std::unique_ptr<SqliteHive> hive_ = SqliteHive::Open(folder_.File("hive.db"));
+  std::vector<UniqueRegKey> keys_;
+};
+
+TEST_F(Hive, PathsAndHandles) {
+  Key(u"A\\B");
+  const Text longName(256, u'n');
+  const struct Case {
+    TextView path;
+    RegStatus open, create;
+  } cases[] = {
+      {u"A\\B", ok, ok},
+      {u"a\\b\\\\", ok, ok},  // trailing backslashes name the same key
+      {u"", ok, ok},          // a new handle to the parent itself
+      {u"A\\Missing", RegError::FileNotFound, ok},
+      {u"\\A", RegError::BadPathName, RegError::BadPathName},
+      {u"A\\\\B", RegError::BadPathName, RegError::BadPathName},
+      {longName, RegError::InvalidParameter, RegError::InvalidParameter},
+      {TextView(longName).substr(1), RegError::FileNotFound, ok},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(ToUtf8(c.path));
+    RegKey key = 1;
+    EXPECT_EQ(hive_->OpenKey(kHklm, c.path, RegAccess::Read, key), c.open);
+    EXPECT_TRUE(c.open == ok ? key != 0 && key != kHklm : key == 0);
+    hive_->CloseKey(key);
+    EXPECT_EQ(hive_->CreateKey(kHklm, c.path, RegAccess::Read, key), c.create);
+    hive_->CloseKey(key);
+  }
+  RegKey key = 0;
+  EXPECT_EQ(hive_->OpenKey(0x1234, u"A", RegAccess::Read, key), RegError::InvalidHandle);
+  EXPECT_EQ(hive_->OpenKey(0x80000004u, u"A", RegAccess::Read, key), RegError::InvalidHandle);
+  EXPECT_EQ(hive_->CloseKey(kHklm), ok);
+  ASSERT_EQ(hive_->OpenKey(kHklm, u"A", RegAccess::Read, key), ok);
+  EXPECT_EQ(hive_->CloseKey(key), ok);
+  EXPECT_EQ(hive_->CloseKey(key), RegError::InvalidHandle);
+}
+
+TEST_F(Hive, NamesCompareWithoutCaseAndKeepTheirCase) {
+  const RegKey made = Key(u"Software\\NoVra\\Élève");
+  ASSERT_EQ(Set(made, u"Créé", BytesFromText(u"x"), RegType::Sz), ok);
+  ASSERT_EQ(Set(Key(u"SOFTWARE\\novra\\ÉLÈVE"), u"CRÉÉ", {1, 0, 0, 0}, RegType::Dword), ok);  // the same value
+  EXPECT_EQ(ValueNames(*hive_, u"software\\NOVRA\\élève"), std::vector<Text>{u"Créé"});
+  EXPECT_EQ(GetRaw(*hive_, u"Software\\NoVra\\Élève", u"créé")->data, (Bytes{1, 0, 0, 0}));
+  Key(u"SOFTWARE\\NOVRA\\other");
+  EXPECT_EQ(SubKeys(Key(u"software")), std::vector<Text>{u"NoVra"});
+}
+
+TEST_F(Hive, ValuesKeepTypeAndBytes) {
+  const RegKey key = Key(u"V");
+  const struct Case {
+    TextView name;
+    std::uint32_t type;
+    Bytes data;
+  } cases[] = {
+      {u"", RegType::Sz, BytesFromText(u"default")},
+      {u"odd", RegType::Sz, {'a', 0, 'b'}},  // no terminator, odd length: kept as given
+      {u"dword", RegType::Dword, {0x78, 0x56, 0x34, 0x12}},
+      {u"empty", RegType::Binary, {}},
+      {u"odd type", 0x12345678u, {1, 2, 3}},
+      {u"big", RegType::Binary, Bytes(200000, 0xA5)},
+  };
+  for (const Case& c : cases) ASSERT_EQ(Set(key, c.name, c.data, c.type), ok);
+  for (const Case& c : cases) {
+    SCOPED_TRACE(ToUtf8(c.name));
+    const auto raw = GetRaw(*hive_, u"V", Text(c.name));
+    ASSERT_TRUE(raw.has_value());
+    EXPECT_EQ(raw->type, c.type);
+    EXPECT_EQ(raw->data, c.data);
+    if (c.data.empty()) continue;
+    Bytes small(c.data.size() - 1);
+    auto size = static_cast<std::uint32_t>(small.size());
+    EXPECT_EQ(hive_->QueryValue(key, c.name, nullptr, small.data(), &size), RegError::MoreData);
+    EXPECT_EQ(size, c.data.size());
+  }
+  std::uint8_t buffer[4];
+  EXPECT_EQ(hive_->QueryValue(key, u"dword", nullptr, buffer, nullptr), RegError::InvalidParameter);
+  EXPECT_EQ(hive_->QueryValue(key, u"missing", nullptr, nullptr, nullptr), RegError::FileNotFound);
+  EXPECT_EQ(hive_->DeleteValue(key, u""), ok);
+  EXPECT_EQ(hive_->QueryValue(key, u"", nullptr, nullptr, nullptr), RegError::FileNotFound);
+  EXPECT_EQ(hive_->DeleteValue(key, u""), RegError::FileNotFound);
+  EXPECT_EQ(hive_->SetValue(key, u"x", RegType::Binary, nullptr, 3), RegError::InvalidParameter);
+}
+
+TEST_F(Hive, EnumerationOrder) {
+  const RegKey key = Key(u"E");
+  for (TextView name : {u"b", u"A", u"c", u"_", u"ä"}) Key(Text(u"E\\") + Text(name));
+  EXPECT_EQ(SubKeys(key), (std::vector<Text>{u"A", u"b", u"c", u"_", u"ä"}));  // by upper-cased units
+  for (TextView name : {u"z", u"a", u"m", u""}) ASSERT_EQ(Set(key, name, {}), ok);
+  ASSERT_EQ(Set(key, u"A", {0}), ok);  // rewriting keeps the place
+  ASSERT_EQ(hive_->DeleteValue(key, u"z"), ok);
+  ASSERT_EQ(Set(key, u"Z", {}), ok);  // a new value goes last
+  EXPECT_EQ(ValueNames(*hive_, u"E"), (std::vector<Text>{u"a", u"m", u"", u"Z"}));
+  Text name;
+  std::uint32_t type = 0;
+  Bytes data;
+  EXPECT_EQ(hive_->EnumValue(key, 4, name, type, data), RegError::NoMoreItems);
+  EXPECT_EQ(hive_->EnumKey(key, 5, name), RegError::NoMoreItems);
+
+  // After a change, by this connection or another, an index means the same as on a fresh look.
+  ASSERT_EQ(hive_->EnumValue(key, 0, name, type, data), ok);
+  ASSERT_EQ(hive_->EnumValue(key, 1, name, type, data), ok);
+  ASSERT_EQ(hive_->DeleteValue(key, u"a"), ok);
+  EXPECT_EQ(hive_->EnumValue(key, 2, name, type, data), ok);
+  EXPECT_EQ(name, u"Z");
+  ASSERT_EQ(hive_->EnumKey(key, 0, name), ok);
+  ASSERT_EQ(SqliteHive::Open(folder_.File("hive.db"))->DeleteTree(kHklm, u"E\\A"), ok);
+  EXPECT_EQ(hive_->EnumKey(key, 1, name), ok);
+  EXPECT_EQ(name, u"c");
+}
+
+TEST_F(Hive, AccessMasks) {
+  Key(u"M\\Existing");
+  ASSERT_EQ(Set(Key(u"M"), u"v", {}), ok);
+  const struct Case {
+    std::uint32_t access;
+    RegStatus query, set, enumKey, enumValue, createNew, clear;
+  } cases[] = {
+      {RegAccess::Read, ok, denied, ok, ok, denied, denied},
+      {RegAccess::Write, denied, ok, denied, denied, ok, denied},
+      {0, denied, denied, denied, denied, denied, denied},
+      {RegAccess::AllAccess, ok, ok, ok, ok, ok, ok},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.access);
+    const RegKey key = Key(u"M", c.access);
+    Text name;
+    std::uint32_t type = 0;
+    Bytes data;
+    RegKey sub = 0;
+    EXPECT_EQ(hive_->QueryValue(key, u"v", nullptr, nullptr, nullptr), c.query);
+    EXPECT_EQ(Set(key, u"v", {}), c.set);
+    EXPECT_EQ(hive_->DeleteValue(key, u"missing"), c.set == ok ? RegError::FileNotFound : denied);
+    EXPECT_EQ(hive_->EnumKey(key, 0, name), c.enumKey);
+    EXPECT_EQ(hive_->EnumValue(key, 0, name, type, data), c.enumValue);
+    EXPECT_EQ(hive_->CreateKey(key, u"New", RegAccess::Read, sub), c.createNew);
+    hive_->CloseKey(sub);
+    EXPECT_EQ(hive_->CreateKey(key, u"Existing", RegAccess::Read, sub), ok);  // opening needs no right
+    hive_->CloseKey(sub);
+    EXPECT_EQ(hive_->DeleteTree(key, u"New"), c.createNew == ok ? ok : RegError::FileNotFound);
+    EXPECT_EQ(hive_->DeleteTree(Key(u"M\\Existing", c.access), u""), c.clear);
+  }
+}
+
+TEST_F(Hive, DeleteTreeAndDeletedKeyHandles) {
+  Text deep = u"D\\Tree";
+  for (int level = 0; level < 60; ++level) deep += u"\\L" + DecimalText(level);
+  const RegKey leaf = Key(deep);
+  const RegKey tree = Key(u"D\\Tree");
+  ASSERT_EQ(Set(leaf, u"v", {1}), ok);
+  ASSERT_EQ(Set(tree, u"v", {1}), ok);
+  EXPECT_EQ(hive_->DeleteTree(tree, u""), ok);  // empties the key, keeps it
+  EXPECT_TRUE(SubKeys(tree).empty());
+  EXPECT_TRUE(ValueNames(*hive_, u"D\\Tree").empty());
+  ASSERT_EQ(Set(tree, u"v", {1}), ok);
+  EXPECT_EQ(hive_->DeleteTree(kHklm, u"D\\Tree"), ok);
+  EXPECT_EQ(hive_->DeleteTree(kHklm, u"D\\Tree"), RegError::FileNotFound);
+
+  Text name;
+  std::uint32_t type = 0;
+  Bytes data;
+  RegKey sub = 0;
+  for (const RegKey gone : {tree, leaf})
+    EXPECT_EQ(hive_->QueryValue(gone, u"v", nullptr, nullptr, nullptr), RegError::KeyDeleted);
+  EXPECT_EQ(Set(tree, u"v", {}), RegError::KeyDeleted);
+  EXPECT_EQ(hive_->DeleteValue(tree, u"v"), RegError::KeyDeleted);
+  EXPECT_EQ(hive_->EnumKey(tree, 0, name), RegError::KeyDeleted);
+  EXPECT_EQ(hive_->EnumValue(tree, 0, name, type, data), RegError::KeyDeleted);
+  EXPECT_EQ(hive_->OpenKey(tree, u"", RegAccess::Read, sub), RegError::KeyDeleted);
+  EXPECT_EQ(hive_->CreateKey(tree, u"X", RegAccess::Read, sub), RegError::KeyDeleted);
+  EXPECT_EQ(hive_->DeleteTree(tree, u""), RegError::KeyDeleted);
+  // A key made again under the same name is another key, with nothing of the old one.
+  const RegKey again = Key(u"D\\Tree");
+  EXPECT_EQ(Set(tree, u"v", {}), RegError::KeyDeleted);
+  EXPECT_TRUE(SubKeys(again).empty());
+  EXPECT_TRUE(ValueNames(*hive_, u"D\\Tree").empty());
+}
+
+TEST_F(Hive, BatchesLandWholeOrNotAtAll) {
+  const auto other = SqliteHive::Open(folder_.File("hive.db"));
+  const struct Case {
+    const char* steps;  // b begin, c commit, a abandon; the write follows the first step
+    bool lands;
+  } cases[] = {{"bc", true}, {"ba", false}, {"bbcc", true}, {"bbac", false}, {"bbca", false}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.steps);
+    const Text path = u"B\\" + FromUtf8(c.steps);
+    for (const char* step = c.steps; *step != '\0'; ++step) {
+      if (*step == 'b') hive_->BeginBatch();
+      if (*step == 'c') hive_->CommitBatch();
+      if (*step == 'a') hive_->AbandonBatch();
+      if (step != c.steps) continue;
+      ASSERT_EQ(Set(Key(path), u"v", {7}), ok);
+      keys_.clear();
+      EXPECT_FALSE(GetRaw(*other, path, u"v").has_value());  // not before the end
+    }
+    EXPECT_EQ(GetRaw(*other, path, u"v").has_value(), c.lands);
+  }
+  // Keys made in an abandoned batch never were, even once their ids are given out again.
+  hive_->BeginBatch();
+  const RegKey undone = Key(u"U\\One\\Two");
+  const RegKey reopened = Key(u"u\\one\\two");
+  hive_->AbandonBatch();
+  Key(u"V\\X\\Y");
+  for (const RegKey key : {undone, reopened}) EXPECT_EQ(Set(key, u"v", {}), RegError::KeyDeleted);
+  RegKey key = 0;
+  EXPECT_EQ(hive_->OpenKey(kHklm, u"U\\One\\Two", RegAccess::Read, key), RegError::FileNotFound);
+
+  keys_.clear();
+  hive_.reset();  // what landed is in the file
+  hive_ = SqliteHive::Open(folder_.File("hive.db"));
+  EXPECT_EQ(GetRaw(*hive_, u"b\\BBCC", u"V")->data, Bytes{7});
+}
+
+TEST_F(Hive, ReadingSeesOneStateAndGivesWayToWrites) {
+  const auto other = SqliteHive::Open(folder_.File("hive.db"));
+  const RegKey key = Key(u"R");
+  ASSERT_EQ(Set(key, u"v", {1}), ok);
+  hive_->BeginReading();
+  hive_->BeginReading();  // nested
+  EXPECT_EQ(GetRaw(*hive_, u"R", u"v")->data, Bytes{1});
+  PutRaw(*other, u"R", u"v", RegType::Binary, {2});  // another process writes meanwhile
+  EXPECT_EQ(GetRaw(*hive_, u"R", u"v")->data, Bytes{1}) << "one state for the whole run of reads";
+  hive_->EndReading();
+  EXPECT_EQ(GetRaw(*hive_, u"R", u"v")->data, Bytes{1});
+  hive_->EndReading();
+  EXPECT_EQ(GetRaw(*hive_, u"R", u"v")->data, Bytes{2});
+
+  // A write batch started inside a run of reads still lands whole.
+  hive_->BeginReading();
+  EXPECT_EQ(GetRaw(*hive_, u"R", u"v")->data, Bytes{2});
+  hive_->BeginBatch();
+  EXPECT_EQ(Set(key, u"v", {3}), ok);
+  hive_->CommitBatch();
+  hive_->EndReading();
+  EXPECT_EQ(GetRaw(*other, u"R", u"v")->data, Bytes{3});
+}
+
+}  // namespace
+}  // namespace nv::test

@@ -1,0 +1,137 @@
+// Applying a parsed file, exporting a key as regedit does, and the round trip between them.
+#include <gtest/gtest.h>
+
+#include "common/Utf.h"
+#include "host/regfile/RegFile.h"
+#include "store/RegistryKey.h"
+#include "store/ValueBytes.h"
+#include "tests/support/TestRegistry.h"
+
+namespace nv {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+using test::GetRaw;
+using test::PutRaw;
+using test::ValueNames;
+
+class RegFile : public ::testing::Test {
+ protected:
+  Registry& Reg() { return owner_->Get(); }
+  std::string Export(TextView subKey, bool utf16 = false) {
+    return ExportRegKey(Reg(), {RegRoot::LocalMachine, Text(subKey)}, utf16);
+  }
+  bool Exists(TextView subKey) {
+    UniqueRegKey key;
+    return OpenUniqueKey(Reg(), RegRoot::LocalMachine, subKey, RegAccess::Read, key) == RegError::Success;
+  }
+
+  std::unique_ptr<test::TestRegistryOwner> owner_ = test::MakeTestRegistry();
+};
+
+TEST_F(RegFile, ExportWritesWhatRegeditWrites) {
+  Bytes counting(50);
+  for (std::size_t i = 0; i < counting.size(); ++i) counting[i] = static_cast<std::uint8_t>(i);
+  PutRaw(Reg(), u"X", u"b", RegType::Dword, {0x2A, 0, 0, 0});
+  PutRaw(Reg(), u"X", u"", RegType::Sz, BytesFromText(u"def"));
+  PutRaw(Reg(), u"X", u"s\\\"", RegType::Sz, BytesFromText(u"a\\\"b"));
+  PutRaw(Reg(), u"X", u"bin", RegType::Binary, counting);
+  PutRaw(Reg(), u"X", u"nl", RegType::Sz, BytesFromText(u"a\nb"));
+  PutRaw(Reg(), u"X", u"odd", RegType::Sz, {'a'});
+  PutRaw(Reg(), u"X", u"exp", RegType::ExpandSz, BytesFromText(u"%P%"));
+  PutRaw(Reg(), u"X", u"none", RegType::None, {});
+  PutRaw(Reg(), u"X", u"short", RegType::Dword, {1, 2});
+  PutRaw(Reg(), u"X\\Zed", u"z", RegType::Sz, BytesFromText(u""));
+  PutRaw(Reg(), u"X\\alpha\\Deep", u"q", RegType::Qword, {1, 0, 0, 0, 0, 0, 0, 0});
+  const std::string expected =
+      "Windows Registry Editor Version 5.00\r\n"
+      "\r\n"
+      "[HKEY_LOCAL_MACHINE\\X]\r\n"
+      "@=\"def\"\r\n"
+      "\"b\"=dword:0000002a\r\n"
+      "\"s\\\\\\\"\"=\"a\\\\\\\"b\"\r\n"
+      "\"bin\"=hex:00,01,02,03,04,05,06,07,08,09,0a,0b,0c,0d,0e,0f,10,11,12,13,14,15,\\\r\n"
+      "  16,17,18,19,1a,1b,1c,1d,1e,1f,20,21,22,23,24,25,26,27,28,29,2a,2b,2c,2d,2e,\\\r\n"
+      "  2f,30,31\r\n"
+      "\"nl\"=hex(1):61,00,0a,00,62,00,00,00\r\n"
+      "\"odd\"=hex(1):61\r\n"
+      "\"exp\"=hex(2):25,00,50,00,25,00,00,00\r\n"
+      "\"none\"=hex(0):\r\n"
+      "\"short\"=hex(4):01,02\r\n"
+      "\r\n"
+      "[HKEY_LOCAL_MACHINE\\X\\alpha]\r\n"
+      "\r\n"
+      "[HKEY_LOCAL_MACHINE\\X\\alpha\\Deep]\r\n"
+      "\"q\"=hex(b):01,00,00,00,00,00,00,00\r\n"
+      "\r\n"
+      "[HKEY_LOCAL_MACHINE\\X\\Zed]\r\n"
+      "\"z\"=\"\"\r\n"
+      "\r\n";
+  EXPECT_EQ(Export(u"x"), expected);  // names as stored, whatever the case asked for
+  const Bytes wide = BytesFromText(FromUtf8(expected));
+  EXPECT_EQ(Export(u"X", true), "\xFF\xFE" + std::string(wide.begin(), wide.end() - 2));
+  EXPECT_THROW(Export(u"Missing"), std::runtime_error);
+  PutRaw(Reg(), u"X\\Zed", u"line\nbreak", RegType::Binary, {});  // no .reg file can hold this name
+  EXPECT_THROW(Export(u"X"), std::runtime_error);
+}
+
+TEST_F(RegFile, ExportThenImportReproducesTheKeyExactly) {
+  const Text surrogate(1, char16_t(0xD800));
+  // The default value first: regedit writes it first, so only there does it keep its place.
+  PutRaw(Reg(), u"RT\\MixedCase", u"", RegType::ExpandSz, BytesFromText(u"%TEMP%"));
+  PutRaw(Reg(), u"RT\\MixedCase", u"Zeta", RegType::Sz, BytesFromText(u"élève \"quoted\" \\ back"));
+  PutRaw(Reg(), u"RT\\MixedCase", u"alpha", RegType::Sz, {0, 0, 'x', 0, 0, 0});
+  PutRaw(Reg(), u"RT\\MixedCase", u"crlf", RegType::Sz, BytesFromText(u"a\r\nb"));
+  PutRaw(Reg(), u"RT\\MixedCase", u"lone" + surrogate, RegType::Sz, BytesFromText(u"x" + surrogate));
+  PutRaw(Reg(), u"RT\\MixedCase", u"big", RegType::Binary, Bytes(3000, 0x5C));
+  PutRaw(Reg(), u"RT\\MixedCase", u"typed", 0x12345678u, {1, 2, 3});
+  PutRaw(Reg(), u"RT\\MixedCase", u"multi", RegType::MultiSz, BytesFromText(Text(u"a\0b\0", 4)));
+  PutRaw(Reg(), u"RT\\Empty Key", u"d", RegType::Dword, {0xFF, 0xFF, 0xFF, 0xFF});
+  PutRaw(Reg(), u"RT\\Empty Key\\Child", u"x", RegType::Binary, {});
+  for (const bool utf16 : {true, false}) {
+    SCOPED_TRACE(utf16);
+    const std::string before = Export(u"RT", utf16);
+    const auto names = ValueNames(Reg(), u"RT\\MixedCase");
+    ASSERT_EQ(Reg().DeleteTree(RegRoot::LocalMachine, u"RT"), RegError::Success);
+    ApplyRegFile(Reg(), ParseRegFile(before));
+    EXPECT_EQ(Export(u"RT", utf16), before);
+    EXPECT_EQ(ValueNames(Reg(), u"RT\\MixedCase"), names);
+    EXPECT_EQ(GetRaw(Reg(), u"RT\\MixedCase", u"alpha")->data, (Bytes{0, 0, 'x', 0, 0, 0}));
+    EXPECT_EQ(GetRaw(Reg(), u"RT\\MixedCase", u"typed")->type, 0x12345678u);
+  }
+}
+
+TEST_F(RegFile, ApplyDeletesAndLandsWholeOrNotAtAll) {
+  PutRaw(Reg(), u"Del\\Sub", u"v", RegType::Binary, {1});
+  PutRaw(Reg(), u"K", u"gone", RegType::Binary, {1});
+  PutRaw(Reg(), u"K", u"kept", RegType::Binary, {1});
+  ApplyRegFile(Reg(), ParseRegFile("Windows Registry Editor Version 5.00\r\n"
+                                   "[-HKEY_LOCAL_MACHINE\\Del]\r\n"
+                                   "[-HKEY_LOCAL_MACHINE\\NotThere]\r\n"
+                                   "[HKEY_LOCAL_MACHINE\\K]\r\n"
+                                   "\"gone\"=-\r\n"
+                                   "\"missing\"=-\r\n"
+                                   "[HKEY_LOCAL_MACHINE\\New\\Key]\r\n"));
+  EXPECT_FALSE(Exists(u"Del"));
+  EXPECT_EQ(ValueNames(Reg(), u"K"), std::vector<Text>{u"kept"});
+  EXPECT_TRUE(Exists(u"New\\Key"));
+
+  // A step that fails half-way takes back the steps before it.
+  using Kind = RegFileOperation::Kind;
+  const std::vector<RegFileOperation> operations = {
+      {Kind::DeleteKey, {RegRoot::LocalMachine, u"K"}, u"", 0, {}, 2},
+      {Kind::SetValue, {RegRoot::LocalMachine, u"Fresh"}, u"v", RegType::Binary, {1}, 4},
+      {Kind::CreateKey, {RegRoot::LocalMachine, u"Bad\\\\Path"}, u"", 0, {}, 7},
+  };
+  try {
+    ApplyRegFile(Reg(), operations);
+    ADD_FAILURE() << "applied";
+  } catch (const RegFileError& e) {
+    EXPECT_EQ(e.Line(), 7u) << e.what();
+  }
+  EXPECT_EQ(ValueNames(Reg(), u"K"), std::vector<Text>{u"kept"});
+  EXPECT_FALSE(Exists(u"Fresh"));
+}
+
+}  // namespace
+}  // namespace nv

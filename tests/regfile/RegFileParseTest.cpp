@@ -1,0 +1,176 @@
+// Reading regedit's files: every piece of syntax, every encoding, and each malformed case
+// refused with its line.
+#include <gtest/gtest.h>
+
+#include "common/Utf.h"
+#include "host/regfile/RegFile.h"
+
+namespace nv {
+namespace {
+
+using Kind = RegFileOperation::Kind;
+using Bytes = std::vector<std::uint8_t>;
+
+const std::string kHeader = "Windows Registry Editor Version 5.00\r\n\r\n";
+
+Bytes Utf16(TextView text, bool terminated = true) {
+  Bytes bytes;
+  for (const char16_t unit : text)
+    bytes.insert(bytes.end(), {static_cast<std::uint8_t>(unit), static_cast<std::uint8_t>(unit >> 8)});
+  if (terminated) bytes.insert(bytes.end(), {0, 0});
+  return bytes;
+}
+
+std::string AsUtf16File(const std::string& utf8) {
+  const Bytes bytes = Utf16(FromUtf8(utf8), false);
+  return "\xFF\xFE" + std::string(bytes.begin(), bytes.end());
+}
+
+TEST(RegKeyPath, ParsesRootsAndRefusesBadPaths) {
+  const struct Case {
+    TextView text;
+    RegKey root;
+    TextView subKey;
+  } good[] = {
+      {u"HKEY_LOCAL_MACHINE\\SOFTWARE\\X", RegRoot::LocalMachine, u"SOFTWARE\\X"},
+      {u"hklm\\a\\\\", RegRoot::LocalMachine, u"a"},
+      {u"HKEY_CURRENT_USER", RegRoot::CurrentUser, u""},
+      {u"hkey_classes_root\\.txt", RegRoot::ClassesRoot, u".txt"},
+      {u"HKCR\\x", RegRoot::ClassesRoot, u"x"},
+      {u"HKU\\S-1", RegRoot::Users, u"S-1"},
+      {u"HKEY_USERS", RegRoot::Users, u""},
+      {u"HKCC\\System", RegRoot::CurrentConfig, u"System"},
+      {u"HKEY_CURRENT_CONFIG\\a]b", RegRoot::CurrentConfig, u"a]b"},
+  };
+  for (const Case& c : good) {
+    const auto path = ParseKeyPath(c.text);
+    ASSERT_TRUE(path.has_value()) << ToUtf8(c.text);
+    EXPECT_EQ(*path, (RegKeyPath{c.root, Text(c.subKey)}));
+  }
+  const Text tooLong = u"HKLM\\" + Text(256, u'x');
+  for (const TextView bad : {TextView(u""), TextView(u"HKEY_LOCAL_MACHINEX"), TextView(u"HKLM\\\\a"),
+                             TextView(u"HKLM\\a\\\\b"), TextView(u"SOFTWARE\\X"), TextView(tooLong)}) {
+    EXPECT_FALSE(ParseKeyPath(bad).has_value()) << ToUtf8(bad);
+  }
+  EXPECT_EQ(KeyPathText(RegRoot::LocalMachine, u"a\\b"), u"HKEY_LOCAL_MACHINE\\a\\b");
+  EXPECT_EQ(KeyPathText(RegRoot::CurrentUser, u""), u"HKEY_CURRENT_USER");
+}
+
+TEST(RegFileParse, ValueSyntax) {
+  const struct Case {
+    std::string line;
+    Kind kind;
+    Text name;
+    std::uint32_t type;
+    Bytes data;
+  } cases[] = {
+      {R"("a"="x")", Kind::SetValue, u"a", RegType::Sz, Utf16(u"x")},
+      {R"("q\"b\\"="C:\\dir \"x\" ; =")", Kind::SetValue, u"q\"b\\", RegType::Sz, Utf16(u"C:\\dir \"x\" ; =")},
+      {R"(@="")", Kind::SetValue, u"", RegType::Sz, Utf16(u"")},
+      {"\"u\"=\"\xC3\xA9t\xC3\xA9 \xE6\x97\xA5\"", Kind::SetValue, u"u", RegType::Sz, Utf16(u"été 日")},
+      {R"(  "a" = "x"   ; trailing comment)", Kind::SetValue, u"a", RegType::Sz, Utf16(u"x")},
+      {R"("n"=dword:0000002a)", Kind::SetValue, u"n", RegType::Dword, {0x2A, 0, 0, 0}},
+      {R"("n"=DWORD:FFFFFFFF)", Kind::SetValue, u"n", RegType::Dword, {0xFF, 0xFF, 0xFF, 0xFF}},
+      {R"("b"=hex:00,ff,1)", Kind::SetValue, u"b", RegType::Binary, {0x00, 0xFF, 0x01}},
+      {R"("b"=hex:)", Kind::SetValue, u"b", RegType::Binary, {}},
+      {R"("e"=hex(2):25,00,00,00)", Kind::SetValue, u"e", RegType::ExpandSz, {0x25, 0, 0, 0}},
+      {R"("q"=hex(b):01,00,00,00,00,00,00,00)", Kind::SetValue, u"q", RegType::Qword, {1, 0, 0, 0, 0, 0, 0, 0}},
+      {R"("t"=hex(12345678):01)", Kind::SetValue, u"t", 0x12345678u, {1}},
+      {"\"c\"=hex:01,02,\\\r\n  03,\\\r\n\t04 \r\n", Kind::SetValue, u"c", RegType::Binary, {1, 2, 3, 4}},
+      {"\"c\"=hex(7):61,00,\\\n  00,00\n", Kind::SetValue, u"c", RegType::MultiSz, {0x61, 0, 0, 0}},
+      {R"("x"=-)", Kind::DeleteValue, u"x", RegType::None, {}},
+      {R"(@=-)", Kind::DeleteValue, u"", RegType::None, {}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.line);
+    const auto operations = ParseRegFile(kHeader + "[HKEY_LOCAL_MACHINE\\T]\r\n" + c.line + "\r\n");
+    ASSERT_EQ(operations.size(), 2u);
+    EXPECT_EQ(operations[0], (RegFileOperation{Kind::CreateKey, {RegRoot::LocalMachine, u"T"}, u"", 0, {}, 3}));
+    EXPECT_EQ(operations[1], (RegFileOperation{c.kind, {RegRoot::LocalMachine, u"T"}, c.name, c.type, c.data, 4}));
+  }
+}
+
+TEST(RegFileParse, KeyLinesCommentsAndBlankLines) {
+  const auto operations = ParseRegFile(kHeader +
+                                       "; a comment\r\n"
+                                       "   \r\n"
+                                       "[-HKEY_CURRENT_USER\\Gone\\]\r\n"
+                                       "  [HKEY_CLASSES_ROOT\\a]b]  \r\n"
+                                       "\r\n");
+  ASSERT_EQ(operations.size(), 2u);
+  EXPECT_EQ(operations[0], (RegFileOperation{Kind::DeleteKey, {RegRoot::CurrentUser, u"Gone"}, u"", 0, {}, 5}));
+  EXPECT_EQ(operations[1], (RegFileOperation{Kind::CreateKey, {RegRoot::ClassesRoot, u"a]b"}, u"", 0, {}, 6}));
+}
+
+TEST(RegFileParse, EveryEncodingGivesTheSameOperations) {
+  const std::string utf8 = kHeader + "[HKEY_LOCAL_MACHINE\\\xC3\x89]\r\n\"\xC3\xA9\"=\"\xC3\xBC\"\r\n";
+  const std::string lf =
+      "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\\xC3\x89]\n\"\xC3\xA9\"=\"\xC3\xBC\"\n";
+  const std::string cp1252 = "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\\xC9]\r\n\"\xE9\"=\"\xFC\"\r\n";
+  const std::string regedit4Utf8 = "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\\xC3\x89]\r\n\"\xC3\xA9\"=\"\xC3\xBC\"\r\n";
+  const auto expected = ParseRegFile(utf8);
+  ASSERT_EQ(expected.size(), 2u);
+  EXPECT_EQ(expected[1].name, u"é");
+  EXPECT_EQ(expected[1].data, Utf16(u"ü"));
+  for (const std::string& file : {AsUtf16File(utf8), "\xEF\xBB\xBF" + utf8, lf, cp1252, regedit4Utf8})
+    EXPECT_EQ(ParseRegFile(file), expected);
+  // REGEDIT4 keeps the text of hex(1), hex(2) and hex(7) as ANSI bytes; the registry wants UTF-16.
+  const auto ansi = ParseRegFile(
+      "REGEDIT4\r\n[HKEY_LOCAL_MACHINE\\T]\r\n\"e\"=hex(2):41,e9,00\r\n"
+      "\"m\"=hex(7):61,00,62,00,00\r\n\"b\"=hex:e9\r\n");
+  ASSERT_EQ(ansi.size(), 4u);
+  EXPECT_EQ(ansi[1].data, Utf16(u"Aé"));
+  EXPECT_EQ(ansi[2].data, (Bytes{0x61, 0, 0, 0, 0x62, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(ansi[3].data, Bytes{0xE9});
+}
+
+TEST(RegFileParse, RefusesMalformedFilesWithTheLine) {
+  const std::string key = kHeader + "[HKEY_LOCAL_MACHINE\\T]\r\n";  // lines 1 to 3
+  const struct Case {
+    std::string file;
+    std::size_t line;
+    const char* fragment;
+  } cases[] = {
+      {"", 1, "not a registry file"},
+      {"REGEDIT5\r\n", 1, "not a registry file"},
+      {"\xFE\xFF", 1, "big-endian"},
+      {AsUtf16File("REGEDIT4\r\n"), 1, "not a registry file"},
+      {AsUtf16File(kHeader) + "x", 1, "odd number"},
+      {kHeader + "\"a\"=\"x\"\r\n", 3, "must follow a [key]"},
+      {kHeader + "[-HKEY_LOCAL_MACHINE\\T]\r\n\"a\"=\"x\"\r\n", 4, "must follow a [key]"},
+      {kHeader + "[HKEY_LOCAL_MACHINE\\T\r\n", 3, "closing ]"},
+      {kHeader + "[HKEY_NOWHERE\\T]\r\n", 3, "not a registry key"},
+      {kHeader + "[HKEY_LOCAL_MACHINE\\a\\\\b]\r\n", 3, "not a registry key"},
+      {kHeader + "[-HKEY_LOCAL_MACHINE]\r\n", 3, "root key cannot be deleted"},
+      {kHeader + "[HKEY_LOCAL_MACHINE\\T] x\r\n", 3, "after the key"},
+      {key + "garbage\r\n", 4, "expected a [key] line"},
+      {key + "\"a\"=\"x\\ny\"\r\n", 4, "unknown escape \\n"},
+      {key + "\"a\"=\"x\r\n", 4, "no closing quote"},
+      {key + "\"a\"\r\n", 4, "expected ="},
+      {key + "\"a\"=\"x\" junk\r\n", 4, "after the value"},
+      {key + "\"a\"=foo\r\n", 4, "unknown value data"},
+      {key + "\"a\"=dword:123456789\r\n", 4, "dword"},
+      {key + "\"a\"=dword:\r\n", 4, "dword"},
+      {key + "\"a\"=hex(zz):00\r\n", 4, "hex(N)"},
+      {key + "\"a\"=hex:01,zz\r\n", 4, "is not a hex byte"},
+      {key + "\"a\"=hex:01,,02\r\n", 4, "is not a hex byte"},
+      {key + "\"a\"=hex:01 02\r\n", 4, "expected a comma"},
+      {key + "\"a\"=hex:01,\\\r\n  02,\\\r\n  0g\r\n", 6, "is not a hex byte"},
+      {key + "\"a\"=hex:01,\\", 4, "nothing follows"},
+      {key + "\"a\"=\"x\"\r\n\"\xC3\"=\"y\"\r\n", 5, "not valid UTF-8"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.fragment);
+    try {
+      ParseRegFile(c.file);
+      ADD_FAILURE() << "accepted";
+    } catch (const RegFileError& e) {
+      EXPECT_EQ(e.Line(), c.line) << e.what();
+      EXPECT_NE(std::string(e.what()).find(c.fragment), std::string::npos) << e.what();
+      EXPECT_EQ(std::string(e.what()).rfind("line " + std::to_string(c.line) + ": ", 0), 0u) << e.what();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace nv
