@@ -142,6 +142,11 @@ Text ToText(const Variant& value) {
   return value.TextValue();
 }
 
+Text ToText(Variant&& value) {
+  if (value.IsText()) return std::move(value).TakeText();
+  return ToText(static_cast<const Variant&>(value));
+}
+
 Text BooleanText(bool value) {
   if (SystemUsesFrenchWords()) return value ? u"Vrai" : u"Faux";
   return value ? u"True" : u"False";

@@ -28,6 +28,7 @@ bool ToBoolean(const Variant& value);
 bool ToBoolean(TextView text);
 
 Text ToText(const Variant& value);
+Text ToText(Variant&& value);
 
 // A truth value as the system writes it: "True"/"False", or "Vrai"/"Faux" on a French system.
 Text BooleanText(bool value);

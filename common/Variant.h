@@ -21,6 +21,7 @@ class Variant {
   bool IsText() const noexcept { return kind_ == Kind::String; }
   std::int32_t LongValue() const noexcept { return long_; }
   const Text& TextValue() const noexcept { return text_; }
+  Text TakeText() && noexcept { return std::move(text_); }
 
   // The test `value = ""`: true for Empty and for the empty text, false for any number.
   bool IsEmptyText() const noexcept { return kind_ == Kind::Empty || (kind_ == Kind::String && text_.empty()); }

@@ -94,6 +94,23 @@ class Registry {
   virtual void BeginBatch() {}
   virtual void CommitBatch() {}
   virtual void AbandonBatch() {}
+
+  // A run of reads that sees one state of the registry and costs one lock where the
+  // backend takes locks (the hive); nestable; elsewhere these do nothing. No writes inside.
+  virtual void BeginReading() {}
+  virtual void EndReading() {}
+};
+
+// Keeps a run of reads together for the lifetime of the scope.
+class ReadingScope {
+ public:
+  explicit ReadingScope(Registry& registry) : registry_(registry) { registry_.BeginReading(); }
+  ~ReadingScope() { registry_.EndReading(); }
+  ReadingScope(const ReadingScope&) = delete;
+  ReadingScope& operator=(const ReadingScope&) = delete;
+
+ private:
+  Registry& registry_;
 };
 
 }  // namespace nv

@@ -1,0 +1,137 @@
+// ExecuteTache, RunT and Run: the task executed from end to end. Only here are errors
+// caught: they become status 3 and an error line, and Complete is raised all the same.
+#include <new>
+#include <vector>
+
+#include "common/Conversions.h"
+#include "common/Error.h"
+#include "engine/ExtractPieces.h"
+#include "engine/FindValues.h"
+#include "engine/PieceCut.h"
+#include "engine/Split.h"
+#include "plugin/ExtractionChaine.h"
+#include "plugin/VariableAccess.h"
+#include "store/ModuleState.h"
+#include "store/RegistryOperations.h"
+#include "store/TaskStore.h"
+#include "store/Texts.h"
+#include "store/Timestamp.h"
+
+namespace nv {
+namespace {
+
+ReportWriter& ModuleReportWriter() {
+  std::shared_ptr<ReportWriter>& writer = Module().ReportWriterInstance;
+  if (!writer) writer = ModuleServices().CreateReportWriter();
+  return *writer;
+}
+
+void ResolveInPlace(const Text& scenario, Text& text) {
+  if (IsVariableReference(text)) text = ToText(ResolveVariable(scenario, text.substr(1)));  // moved, not copied
+}
+
+// Result k goes to field k + 1; a result with no field is an index error, after the
+// earlier results were stored.
+void StoreResults(VariablesService& variables, const Text& scenario, const std::vector<TaskField>& fields,
+                  const std::vector<Text>& results) {
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    if (i >= fields.size()) RaiseError(ErrorNumber::SubscriptOutOfRange);
+    const Text& target = fields[i].Var;
+    if (!target.empty()) variables.SetVariableValue(scenario, target.substr(1), results[i]);
+  }
+}
+
+void ExtractFields(VariablesService& variables, const Text& scenario, const TaskDefinition& definition) {
+  // One cut of the text serves every field.
+  const PieceCut cut(definition.Chaine, definition.Separateur);
+  std::int16_t start = 0;
+  std::int16_t end = 0;
+  for (const TaskField& field : definition.Fields) {
+    if (IsNumeric(field.Start)) start = ToInteger(field.Start);
+    if (IsNumeric(field.End)) end = ToInteger(field.End);
+    const bool showSeparators = ToBoolean(field.ShowSep);
+    if (!field.Var.empty()) {
+      variables.SetVariableValue(scenario, field.Var.substr(1), ExtractPieces(cut, start, end, showSeparators));
+    }
+  }
+}
+
+RuntimeError CurrentError() {
+  try {
+    throw;
+  } catch (const RuntimeError& error) {
+    return error;
+  } catch (const std::bad_alloc&) {
+    return RuntimeError(7, u"Out of memory");
+  } catch (...) {
+    return RuntimeError(51, u"Internal error");
+  }
+}
+
+}  // namespace
+
+void ExtractionChaine::ExecuteTache() {
+  ModuleServices().YieldToHost();
+  std::unique_ptr<VariablesService> variables;
+  try {
+    ReportWriter& report = ModuleReportWriter();
+    report.SetScenarioName(Scen);
+    report.SetReportFilePath(Rapport);
+    UseOwnRegistryContext();
+    WriteTaskStatus(Nom, 1);
+    LoadTaskDefinition(Nom, Definition);
+    report.AddReportLine(LoadText(41) + Nom, Bouton, 0);
+    for (Text* text : {&Definition.Chaine, &Definition.Separateur, &Definition.Masque, &Definition.Filtre}) {
+      ResolveInPlace(Scen, *text);
+    }
+    variables = ModuleServices().CreateVariablesService();
+    variables->SetScenarioName(Scen);
+    std::vector<Text> results;
+    switch (Definition.Fonction) {
+      case FunctionCode::Split:
+        SplitBySeparator(Definition.Chaine, Definition.Separateur, results);
+        StoreResults(*variables, Scen, Definition.Fields, results);
+        break;
+      case FunctionCode::Substrings:
+        ExtractFields(*variables, Scen, Definition);
+        break;
+      case FunctionCode::FindValues: {
+        std::int16_t start = 0;
+        std::int16_t end = 0;
+        FindValues(Definition.Chaine, Definition.Masque, Definition.Filtre, start, end, Definition.CaseSensitive == 1,
+                   Definition.Trim == 1, results);
+        StoreResults(*variables, Scen, Definition.Fields, results);
+        break;
+      }
+      default:
+        break;
+    }
+    WriteTaskStatus(Nom, 2);
+    WriteRegistryValue(Nom, u"ExecuteLe", ValueKind::Text, CurrentTimestamp());
+  } catch (...) {
+    const RuntimeError error = CurrentError();
+    WriteTaskStatus(Nom, 3);
+    const bool hostError =
+        error.Number() == ErrorNumber::HostError2000 || error.Number() == ErrorNumber::HostError2001;
+    const Text line =
+        hostError ? error.Description() : LoadText(602) + DecimalText(error.Number()) + u" ," + error.Description();
+    ModuleReportWriter().AddReportLine(line, Bouton, 1);
+  }
+  RaiseComplete();
+}
+
+void ExtractionChaine::RunT(std::int16_t) { ExecuteTache(); }
+
+void ExtractionChaine::Run(std::int16_t data) {
+  if (data != 0) {
+    ExecuteTache();
+  } else {
+    RaiseComplete();
+  }
+}
+
+void ExtractionChaine::RaiseComplete() {
+  if (OnComplete) OnComplete();
+}
+
+}  // namespace nv

@@ -1,0 +1,47 @@
+#include "plugin/ExtractionChaine.h"
+
+#include "common/Conversions.h"
+#include "common/Error.h"
+#include "store/ModuleState.h"
+#include "store/Registry.h"
+#include "store/RegistryOperations.h"
+#include "store/Texts.h"
+
+namespace nv {
+
+ExtractionChaine::ExtractionChaine() {
+  ReadLanguageSetting();
+  Module().ReportWriterInstance = ModuleServices().CreateReportWriter();
+}
+
+// The module's report writer goes with any object that ends; the next execution makes a new one.
+ExtractionChaine::~ExtractionChaine() { Module().ReportWriterInstance.reset(); }
+
+void ExtractionChaine::InitializeProperties(const Text& name, const Text& scenario, std::int32_t language) {
+  Regst = static_cast<std::int32_t>(RegRoot::LocalMachine);
+  RegstCle = u"SOFTWARE\\NOVRA\\Scenarios\\" + scenario + u"\\Taches";
+  Nom = name;
+  Scen = scenario;
+  Etat = 1;
+  SetLanguage(language);
+}
+
+void ExtractionChaine::SetLanguage(std::int32_t language) { Module().LanguageOffset = language; }
+
+void ExtractionChaine::SetWorkingMode(std::int32_t mode) { Etat = ToInteger(Variant::FromLong(mode)); }
+
+bool ExtractionChaine::IsActionSupported(std::int32_t actionType) const {
+  const bool trigger = IsTrigger();
+  const std::int32_t wrapperType = GetWrapperType();
+  return !((actionType == 3 && wrapperType == 100) || (actionType == 1 && !trigger));
+}
+
+std::int32_t ExtractionChaine::GetStatus() {
+  UseOwnRegistryContext();
+  const Variant status = ReadRegistryValue(Nom, u"Etat");
+  return status.IsEmptyText() ? 0 : ToLong(status);
+}
+
+void ExtractionChaine::UseOwnRegistryContext() const { SetRegistryContext(Regst, RegstCle); }
+
+}  // namespace nv

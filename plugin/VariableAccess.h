@@ -1,0 +1,19 @@
+#pragma once
+// Scenario variables through the host's variables service, one instance per use.
+#include "common/Text.h"
+#include "common/Variant.h"
+
+namespace nv {
+
+// The variable's value, for execution: with the module's registry context; errors of the
+// service are raised as they are.
+Variant ResolveVariable(const Text& scenario, const Text& name);
+
+// The variable's value, for the dialog: true and `value` set when the service gives one;
+// false, `value` untouched and nothing shown on any error.
+bool LookUpVariable(const Text& scenario, const Text& name, Variant& value);
+
+// "@Name" stands for the variable Name; any other text for itself.
+inline bool IsVariableReference(TextView text) { return !text.empty() && text.front() == u'@'; }
+
+}  // namespace nv

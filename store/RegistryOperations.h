@@ -1,0 +1,34 @@
+#pragma once
+// The registry operations of the store, relative to the module's CurrentRoot and
+// CurrentSubKey. Registry failures are absorbed (empty reads, false results); conversion
+// failures are raised.
+#include <cstdint>
+
+#include "common/Text.h"
+#include "common/Variant.h"
+#include "store/Registry.h"
+
+namespace nv {
+
+namespace ValueKind {
+constexpr std::int32_t Text = 1;
+constexpr std::int32_t Number = 4;
+}  // namespace ValueKind
+
+// Text, a number, or empty: the empty text for anything missing, unreadable or too large
+// for the 65,536-byte buffer; Empty for REG_EXPAND_SZ, binary and other types.
+Variant ReadRegistryValue(TextView section, TextView valueName);
+
+// The same rules on a key that the caller holds open (a loader reading many values).
+Variant ReadRegistryValueFromKey(Registry& registry, RegKey key, TextView valueName);
+
+bool WriteRegistryValue(TextView section, TextView valueName, std::int32_t kind, TextView value);
+bool DeleteRegistryValue(TextView section, TextView valueName);
+bool RegistryKeyExists(TextView section);
+bool OpenRegistryKey(TextView section, std::uint32_t access, RegKey& key);
+void CloseRegistryKey(RegKey key);
+
+// CurrentSubKey + "\" + section.
+Text SectionPath(TextView section);
+
+}  // namespace nv

@@ -1,0 +1,216 @@
+#include <gtest/gtest.h>
+
+#include "common/Utf.h"
+#include "plugin/ExtractionChaine.h"
+#include "store/ModuleState.h"
+#include "store/RegistryOperations.h"
+#include "store/Texts.h"
+#include "tests/support/HostFixture.h"
+
+namespace nv::test {
+namespace {
+
+class Execution : public HostTest {
+ public:
+  // A task T of scenario S with the given function, string, separator and field variables.
+  void DefineTask(std::uint32_t function, const Text& chaine, const Text& separator, const std::vector<Text>& fields) {
+    PutDword(Reg(), kTask, u"Fonction", function);
+    PutText(Reg(), kTask, u"Chaine", chaine);
+    PutText(Reg(), kTask, u"Separateur", separator);
+    PutDword(Reg(), kTask, u"Fields.Count", static_cast<std::uint32_t>(fields.size()));
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      PutText(Reg(), kTask, u"Fields(" + DecimalText(static_cast<std::int64_t>(i + 1)) + u").Var", fields[i]);
+    }
+  }
+  void DefineSubstringField(int i, const Text& var, const Text& start, const Text& end, const Text& showSep) {
+    const Text prefix = u"Fields(" + DecimalText(i) + u").";
+    PutText(Reg(), kTask, prefix + u"Var", var);
+    PutText(Reg(), kTask, prefix + u"Start", start);
+    PutText(Reg(), kTask, prefix + u"End", end);
+    PutText(Reg(), kTask, prefix + u"ShowSep", showSep);
+  }
+  // Runs the task once; returns how many times Complete was raised.
+  int Execute(std::int32_t language = 0, const Text& task = u"T") {
+    ExtractionChaine plugin;
+    plugin.InitializeProperties(task, u"S", language);
+    plugin.SetReportFilePath(u"report.log");
+    int completes = 0;
+    plugin.OnComplete = [&] { ++completes; };
+    plugin.ExecuteTache();
+    return completes;
+  }
+  Variant Stored(const char16_t* name) { return ReadRegistryValue(u"T", name); }
+};
+
+TEST_F(Execution, SplitStoresPiecesIntoTheFieldsVariables) {
+  DefineTask(0, u"a;b;c", u";", {u"@X", u"", u"@Z"});
+  EXPECT_EQ(Execute(), 1);
+  EXPECT_EQ(Variable(u"X"), u"a");
+  EXPECT_EQ(Variable(u"Z"), u"c");
+  EXPECT_EQ(Stored(u"Etat"), Variant::FromLong(2));
+  EXPECT_FALSE(Stored(u"ExecuteLe").IsEmptyText());
+  ASSERT_EQ(reportLines.size(), 1u);
+  EXPECT_EQ(reportLines[0].text, u"--> Exécution du traitementT");
+  EXPECT_EQ(reportLines[0].level, 0);
+  EXPECT_EQ(reportLines[0].scenario, "S");
+  EXPECT_EQ(reportLines[0].path, "report.log");
+}
+
+TEST_F(Execution, MorePiecesThanFieldsFailsAfterStoringTheFirst) {
+  DefineTask(0, u"a;b;c;d", u";", {u"@A", u"@B", u"@C"});
+  PutText(Reg(), kTask, u"ExecuteLe", u"earlier");
+  EXPECT_EQ(Execute(Language::English), 1);
+  EXPECT_EQ(Variable(u"A"), u"a");
+  EXPECT_EQ(Variable(u"C"), u"c");
+  EXPECT_EQ(Stored(u"Etat"), Variant::FromLong(3));
+  EXPECT_EQ(Stored(u"ExecuteLe"), Variant::FromText(u"earlier"));
+  ASSERT_EQ(reportLines.size(), 2u);
+  EXPECT_EQ(reportLines[0].text, u"--> Run processT");
+  EXPECT_EQ(reportLines[1].text, u"Execution error #9 ,Subscript out of range");
+  EXPECT_EQ(reportLines[1].level, 1);
+}
+
+TEST_F(Execution, ErrorsEndInStatusThreeWithTheirLine) {
+  struct Case {
+    const char* what;
+    std::function<void(Execution&)> arrange;
+    const char16_t* line;
+  };
+  const Case cases[] = {
+      {"no field count", [](Execution& t) { t.DefineTask(0, u"a", u";", {}); PutText(t.Reg(), t.kTask, u"Fields.Count", u""); },
+       u"Erreur d'exécution N°9 ,Subscript out of range"},
+      {"missing variable", [](Execution& t) { t.DefineTask(0, u"@Nope", u";", {u"@A"}); },
+       u"La variable Nope n'existe pas dans le scénario S"},
+      {"empty ShowSep", [](Execution& t) {
+         t.DefineTask(1, u"a;b", u";", {u""});
+         t.DefineSubstringField(1, u"", u"0", u"0", u"");
+       },
+       u"Erreur d'exécution N°13 ,Type mismatch"},
+      {"start outside 16 bits", [](Execution& t) {
+         t.DefineTask(1, u"a;b", u";", {u""});
+         t.DefineSubstringField(1, u"@A", u"40000", u"0", u"True");
+       },
+       u"Erreur d'exécution N°6 ,Overflow"},
+      {"function that is no number", [](Execution& t) { PutText(t.Reg(), t.kTask, u"Fonction", u"split"); },
+       u"Erreur d'exécution N°13 ,Type mismatch"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    Reg().DeleteTree(RegRoot::LocalMachine, kTask);
+    reportLines.clear();
+    c.arrange(*this);
+    EXPECT_EQ(Execute(), 1);
+    EXPECT_EQ(Stored(u"Etat"), Variant::FromLong(3));
+    ASSERT_FALSE(reportLines.empty());
+    EXPECT_EQ(reportLines.back().text, c.line);
+    EXPECT_EQ(reportLines.back().level, 1);
+  }
+}
+
+TEST_F(Execution, VariableReferencesAreResolved) {
+  SetVariable(u"Source", u"x,y");
+  SetVariable(u"Sep", u",");
+  DefineTask(0, u"@Source", u"@Sep", {u"@A", u"@B"});
+  Execute();
+  EXPECT_EQ(Variable(u"A"), u"x");
+  EXPECT_EQ(Variable(u"B"), u"y");
+
+  SetVariable(u"Mask", u"K=*;V=*");
+  SetVariable(u"Star", u"*");
+  SetVariable(u"Line", u"K=key;V=value");
+  Reg().DeleteTree(RegRoot::LocalMachine, kTask);
+  DefineTask(2, u"@Line", u"", {u"@K", u"@V"});
+  PutText(Reg(), kTask, u"Masque", u"@Mask");
+  PutText(Reg(), kTask, u"Filtre", u"@Star");
+  Execute();
+  EXPECT_EQ(Variable(u"K"), u"key");
+  EXPECT_EQ(Variable(u"V"), u"value");
+}
+
+TEST_F(Execution, SubstringsCarryStartAndEndFromFieldToField) {
+  DefineTask(1, u"a;b;c", u";", {});
+  PutDword(Reg(), kTask, u"Fields.Count", 3);
+  DefineSubstringField(1, u"@F1", u"2", u"3", u"False");
+  DefineSubstringField(2, u"@F2", u"", u"", u"True");    // start and end as the first field left them
+  DefineSubstringField(3, u"@F3", u"word", u"0", u"0");  // start still 2, end through the last piece
+  Execute();
+  EXPECT_EQ(Stored(u"Etat"), Variant::FromLong(2));
+  EXPECT_EQ(Variable(u"F1"), u"c");
+  EXPECT_EQ(Variable(u"F2"), u"");  // the end 2 left behind now means "through piece 2": an empty range
+  EXPECT_EQ(Variable(u"F3"), u"c");
+}
+
+TEST_F(Execution, FindWithoutMatchEmptiesTheFirstVariable) {
+  SetVariable(u"N", u"old");
+  DefineTask(2, u"x=1", u"", {u"@N"});
+  PutText(Reg(), kTask, u"Masque", u"y=*");
+  PutText(Reg(), kTask, u"Filtre", u"*");
+  Execute();
+  EXPECT_EQ(Stored(u"Etat"), Variant::FromLong(2));
+  EXPECT_EQ(Variable(u"N"), u"");
+}
+
+TEST_F(Execution, FindHonoursCaseAndTrimFlags) {
+  DefineTask(2, u"name = John ; age = 42", u"", {u"@N", u"@A"});
+  PutText(Reg(), kTask, u"Masque", u"NAME=*;AGE=*");
+  PutText(Reg(), kTask, u"Filtre", u"*");
+  PutText(Reg(), kTask, u"Trim", u"1");
+  Execute();
+  EXPECT_EQ(Variable(u"N"), u"") << "the text does not begin with NAME=: one empty value";
+  EXPECT_EQ(Variable(u"A"), std::nullopt);
+  PutText(Reg(), kTask, u"Chaine", u"name=John ;age= 42");
+  Execute();
+  EXPECT_EQ(Variable(u"N"), u"John");
+  EXPECT_EQ(Variable(u"A"), u"42");
+  PutText(Reg(), kTask, u"CaseSensitive", u"1");
+  Execute();
+  EXPECT_EQ(Variable(u"N"), u"");
+}
+
+TEST_F(Execution, UnknownFunctionDoesOnlyTheBookkeeping) {
+  DefineTask(5, u"a;b", u";", {u"@A"});
+  EXPECT_EQ(Execute(), 1);
+  EXPECT_EQ(Stored(u"Etat"), Variant::FromLong(2));
+  EXPECT_FALSE(Stored(u"ExecuteLe").IsEmptyText());
+  EXPECT_EQ(Variable(u"A"), std::nullopt);
+  EXPECT_EQ(reportLines.size(), 1u);
+}
+
+TEST_F(Execution, RunAndRunT) {
+  DefineTask(0, u"a", u";", {u"@A"});
+  ExtractionChaine plugin;
+  plugin.InitializeProperties(u"T", u"S", 0);
+  int completes = 0;
+  plugin.OnComplete = [&] { ++completes; };
+  plugin.Run(0);
+  EXPECT_EQ(completes, 1);
+  EXPECT_TRUE(Stored(u"Etat").IsEmptyText()) << "Run 0 executes nothing";
+  plugin.Run(-1);
+  EXPECT_EQ(Variable(u"A"), u"a");
+  EXPECT_EQ(completes, 2);
+  SetVariable(u"A", u"changed");
+  plugin.RunT(0);
+  EXPECT_EQ(Variable(u"A"), u"a");
+  EXPECT_EQ(completes, 3);
+}
+
+TEST_F(Execution, ReportWriterLivesWithTheObjects) {
+  DefineTask(0, u"a", u";", {u"@A"});
+  {
+    ExtractionChaine plugin;
+    EXPECT_EQ(reportWritersMade, 1);
+  }
+  EXPECT_EQ(Module().ReportWriterInstance, nullptr) << "an object that ends releases it";
+  EXPECT_EQ(Execute(), 1);
+  EXPECT_EQ(reportWritersMade, 2) << "a new object makes a new one; execution finds it there";
+  ExtractionChaine survivor;
+  {
+    ExtractionChaine other;
+  }
+  survivor.InitializeProperties(u"T", u"S", 0);
+  survivor.ExecuteTache();
+  EXPECT_EQ(reportWritersMade, 5) << "execution makes one when the module has none";
+}
+
+}  // namespace
+}  // namespace nv::test
