@@ -4,8 +4,11 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash tools/ensure-packages.sh build-essential cmake ninja-build pkg-config libsqlite3-dev \
-  libgtest-dev libgmock-dev googletest libbenchmark-dev clang
+  libgtest-dev libgmock-dev googletest libbenchmark-dev clang libclang-rt-14-dev
 
 cmake --preset native >/dev/null
 cmake --build --preset native
 ctest --preset native
+
+# The fuzzers compare the engine with its plain reference under the sanitizers.
+bash tools/run-fuzzers.sh "${NV_FUZZ_SECONDS:-20}"

@@ -1,0 +1,27 @@
+#pragma once
+// The stand-in host keeps scenario variables in the registry: one REG_SZ value per
+// variable under HKLM\SOFTWARE\NOVRA\Scenarios\<scenario>\Variables.
+#include <optional>
+
+#include "common/Text.h"
+#include "common/Variant.h"
+#include "store/Registry.h"
+
+namespace nv {
+
+Text VariablesKeyPath(const Text& scenario);
+
+class ScenarioVariables {
+ public:
+  explicit ScenarioVariables(Registry& registry) : registry_(registry) {}
+
+  // The value as stored (a text, or a number for a REG_DWORD); nothing when missing.
+  std::optional<Variant> Get(const Text& scenario, const Text& name) const;
+  // Raises an error carrying the registry's code when the value cannot be written.
+  void Set(const Text& scenario, const Text& name, const Text& value);
+
+ private:
+  Registry& registry_;
+};
+
+}  // namespace nv

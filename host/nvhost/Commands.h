@@ -1,0 +1,37 @@
+#pragma once
+// The commands of nvhost. Each takes the words after its own name and returns the exit
+// status; usage mistakes are raised as UsageError.
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/nvhost/Session.h"
+
+namespace nv {
+
+using Words = std::vector<std::string>;
+
+struct Command {
+  const char* name;
+  const char* usage;    // shown by --help and on a usage error
+  const char* summary;  // one line for the general help
+  int (*run)(Session& session, const Words& words);
+};
+
+const std::vector<Command>& AllCommands();
+
+int RunRegCommand(Session& session, const Words& words);
+int RunVarCommand(Session& session, const Words& words);
+int RunStatusCommand(Session& session, const Words& words);
+int RunRunCommand(Session& session, const Words& words);
+int RunDescribeCommand(Session& session, const Words& words);
+int RunActionsCommand(Session& session, const Words& words);
+int RunActionCommand(Session& session, const Words& words);
+
+// "fr" or "en" as the language offset.
+std::int32_t ParseLanguageOption(const std::string& language);
+
+// True (after printing the usage) when the words ask for help.
+bool PrintedHelp(Session& session, const Words& words, const char* usage);
+
+}  // namespace nv

@@ -1,0 +1,26 @@
+#include "common/Utf.h"
+#include "host/nvhost/Arguments.h"
+#include "host/nvhost/Commands.h"
+#include "plugin/ExtractionChaine.h"
+#include "store/ModuleState.h"
+
+namespace nv {
+
+int RunRunCommand(Session& session, const Words& words) {
+  constexpr const char* usage = "run SCENARIO TASK [--report FILE] [--lang fr|en]";
+  if (PrintedHelp(session, words, usage)) return 0;
+  const Arguments arguments = ParseArguments(words, {"--report", "--lang"}, {});
+  RequirePositional(arguments, 2, usage);
+  session.OpenRegistry();
+  ExtractionChaine plugin;
+  const std::optional<std::string> language = arguments.Value("--lang");
+  plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
+                              language ? ParseLanguageOption(*language) : Module().LanguageOffset);
+  plugin.SetReportFilePath(FromUtf8(arguments.Value("--report").value_or("")));
+  plugin.ExecuteTache();
+  const std::int32_t status = plugin.GetStatus();
+  session.Out() << status << "\n";
+  return status == 2 ? 0 : status == 3 ? 3 : 1;
+}
+
+}  // namespace nv

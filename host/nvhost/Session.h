@@ -1,0 +1,35 @@
+#pragma once
+// One nvhost invocation: its streams, and the hive and host services it sets up on first use.
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+#include "host/NativeHostServices.h"
+#include "host/nvhost/OptionsActionPrompt.h"
+#include "store/Registry.h"
+
+namespace nv {
+
+class Session {
+ public:
+  Session(std::string hivePath, std::ostream& out, std::ostream& err);
+  ~Session();
+
+  // Opens the hive and makes it, with the stand-in services, the module's platform; a bad
+  // hive is raised.
+  Registry& OpenRegistry();
+
+  std::ostream& Out() { return out_; }
+  std::ostream& Err() { return err_; }
+  OptionsActionPrompt& Prompt() { return prompt_; }
+
+ private:
+  std::string hivePath_;
+  std::ostream& out_;
+  std::ostream& err_;
+  OptionsActionPrompt prompt_;
+  std::unique_ptr<Registry> registry_;
+  std::unique_ptr<NativeHostServices> services_;
+};
+
+}  // namespace nv

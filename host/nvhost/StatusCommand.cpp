@@ -1,0 +1,22 @@
+#include "common/Utf.h"
+#include "host/nvhost/Arguments.h"
+#include "host/nvhost/Commands.h"
+#include "plugin/ExtractionChaine.h"
+#include "store/ModuleState.h"
+
+namespace nv {
+
+int RunStatusCommand(Session& session, const Words& words) {
+  constexpr const char* usage = "status SCENARIO TASK";
+  if (PrintedHelp(session, words, usage)) return 0;
+  const Arguments arguments = ParseArguments(words, {}, {});
+  RequirePositional(arguments, 2, usage);
+  session.OpenRegistry();
+  ExtractionChaine plugin;
+  plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
+                              Module().LanguageOffset);
+  session.Out() << plugin.GetStatus() << "\n";
+  return 0;
+}
+
+}  // namespace nv

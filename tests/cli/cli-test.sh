@@ -1,0 +1,171 @@
+#!/usr/bin/env bash
+# Drives nvhost from the outside as a person or a host script would: .reg files in;
+# variables, statuses, report lines, HTML and actions text out, compared byte for byte.
+# Usage: cli-test.sh EXAMPLES_DIR NVHOST [ARGS...]   (NVHOST may be "wine nvhost.exe")
+set -u
+examples=$1
+shift
+nvhost=("$@")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export NVEXTCH_HIVE="$work/hive.db"
+passed=0
+failed=0
+
+nv() { "${nvhost[@]}" "$@"; }
+ok() { passed=$((passed + 1)); }
+ko() { failed=$((failed + 1)); echo "FAIL: $*" >&2; }
+# expect_out NAME EXPECTED COMMAND...: stdout must be exactly EXPECTED (printf format).
+expect_out() {
+  local name=$1 expected=$2
+  shift 2
+  local got want
+  got=$(nv "$@"; printf x)
+  got=${got%x}
+  want=$(printf "$expected"; printf x)
+  want=${want%x}
+  if [ "$got" == "$want" ]; then ok; else
+    ko "$name: got [$(printf '%s' "$got" | od -c | head -5)]"
+  fi
+}
+expect_exit() {
+  local name=$1 code=$2
+  shift 2
+  nv "$@" >"$work/out" 2>"$work/err"
+  local rc=$?
+  if [ "$rc" == "$code" ]; then ok; else ko "$name: exit $rc, wanted $code ($(head -c 300 "$work/err"))"; fi
+}
+var_is() { expect_out "variable $1" "$2\n" var get Demo "$1"; }
+reg_file() { printf 'Windows Registry Editor Version 5.00\r\n\r\n%s' "$1" >"$work/$2"; }
+
+# --- The sample scenario, run for real -------------------------------------------------
+expect_exit "import the sample" 0 reg import "$examples/Demo.reg"
+expect_out "status before any run" '0\n' status Demo SplitCustomer
+for task in SplitCustomer LogLines ReadSettings; do
+  expect_out "run $task" '2\n' run Demo "$task" --report "$work/report.log" --lang en
+done
+var_is LastName Dupont
+var_is Zip 75001
+var_is FirstLine "08:00:01 INFO backup started"
+var_is LastLine "08:00:12 INFO backup ended"
+var_is MiddleLines "08:00:05 WARN disk 91%% full\r\n08:00:09 ERROR copy of /data failed"
+var_is DbHost db01
+var_is DbUser admin
+expect_out "status after a run" '2\n' status Demo LogLines
+grep -q -- '--> Run processSplitCustomer$' "$work/report.log" && ok || ko "start line in the report"
+
+# --- Failures: status 3, the error line, earlier pieces kept ---------------------------
+reg_file '[HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA\Scenarios\Demo\Taches\Short]
+"Fonction"=dword:00000000
+"Chaine"="a;b;c;d"
+"Separateur"=";"
+"Fields.Count"=dword:00000003
+"Fields(1).Var"="@P1"
+"Fields(2).Var"=""
+"Fields(3).Var"="@P3"
+"ExecuteLe"="never"
+
+[HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA\Scenarios\Demo\Taches\Missing]
+"Fonction"=dword:00000000
+"Chaine"="@NoSuchVariable"
+"Separateur"=";"
+' short.reg
+expect_exit "import failing tasks" 0 reg import "$work/short.reg"
+expect_exit "run with more pieces than fields" 3 run Demo Short --report "$work/fail.log" --lang en
+var_is P1 a
+var_is P3 c
+expect_out "status 3" '3\n' status Demo Short
+grep -q ' Execution error #9 ,Subscript out of range$' "$work/fail.log" && ok || ko "error line in English"
+nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA\Scenarios\Demo\Taches\Short' | grep -q '"ExecuteLe"="never"' && ok || ko "ExecuteLe kept"
+expect_exit "run with a missing variable" 3 run Demo Missing --report "$work/fail.log"
+grep -q 'La variable NoSuchVariable n.existe pas dans le scénario Demo$' "$work/fail.log" && ok || ko "host error line alone"
+
+# --- Descriptions and actions, byte for byte --------------------------------------------
+rows() {
+  local html='<table class="t">  <tr>    <td class="k">%s</td>    <td class="n">%s</td>  </tr></table><table class="t">  <tr>    <td rowspan="7" valign="top" class="m">      <table class="1">'
+  printf "$html" "$1" "$2"
+}
+expected=$(rows ReadSettings "String extraction")
+for pair in "Function :|Find values" "String|@Settings" "Separator|" "Mask|host=*; port=*; user=*" "Filter|*"; do
+  expected+="        <tr>          <td class=\"i\">${pair%%|*}</td>          <td class=\"j\">${pair#*|}</td>        </tr>"
+done
+expected+='          <td class="p"></td>          <td class="o">Reads host, port and user out of a key=value text</td>      </table>    </td>  </tr>'
+got=$(nv describe Demo ReadSettings --lang en)
+[ "$got" == "$expected" ] && ok || ko "describe in English: $got"
+nv describe Demo SplitCustomer --lang fr | grep -q '<td class="i">Fonction :</td>          <td class="j">Déconcaténation</td>' && ok || ko "describe in French"
+
+expect_out "actions of a Goto, English" '[Goto]#Goto Report\r\n    Check after execution : True\r\n    If @DbPort = 5432\r\n    @DbPort = Faux#\n' \
+  actions Demo ReadSettings --lang en
+expect_out "actions of an OnErr, French" '[OnErr]#Continuez le scénario : Vrai\r\n    Auto-Relance : False#\n' \
+  actions Demo SplitCustomer --lang fr
+expect_out "no actions" '\n' actions Demo LogLines
+
+# --- The actions editor from the command line --------------------------------------------
+expect_exit "add ExeIf" 0 action add Demo LogLines ExeIf --var ok --value 1
+expect_exit "add OnDec" 0 action add Demo LogLines OnDec --go 1
+expect_out "listed in type order" '[OnDec]#Run scenario : True#[ExeIf]#@ok = Vrai#\n' actions Demo LogLines --lang en
+expect_exit "modify ExeIf" 0 action modify Demo LogLines exeif --value 0
+expect_out "modified" '[OnDec]#Continuez le scénario : Vrai#[ExeIf]#@ok = Faux#\n' actions Demo LogLines --lang fr
+nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA\Scenarios\Demo\Taches\LogLines\Action' >"$work/actions.reg"
+grep -q '^"Var"="ok"' "$work/actions.reg" && grep -q '^"Go"=dword:00000001' "$work/actions.reg" && ok || ko "actions in the registry"
+expect_exit "delete OnDec" 0 action delete Demo LogLines OnDec
+expect_out "deleted" '[ExeIf]#@ok = Faux#\n' actions Demo LogLines
+expect_exit "unknown kind" 2 action add Demo LogLines Sometimes
+expect_exit "operator out of range" 2 action add Demo LogLines Goto --ope 6
+
+# --- Export, import and the hive's refusals ------------------------------------------------
+nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA' "$work/all.reg" && ok || ko "export to a file"
+[ "$(head -c 2 "$work/all.reg" | od -An -tx1 | tr -d ' ')" == "fffe" ] && ok || ko "a file is UTF-16 with its mark"
+NVEXTCH_HIVE="$work/copy.db" nv reg import "$work/all.reg" && ok || ko "import the export"
+cmp <(nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA') <(NVEXTCH_HIVE="$work/copy.db" nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA') && ok || ko "export-then-import reproduces the key"
+printf 'Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\NOVRA\\Scenarios\\Demo\\Variables]\r\n"Zip"="99999"\r\n"Bad"=dword:xyz\r\n' >"$work/bad.reg"
+expect_exit "malformed file" 1 reg import "$work/bad.reg"
+grep -q 'line 5' "$work/err" && ok || ko "the line of the fault: $(cat "$work/err")"
+var_is Zip 75001
+printf 'not a hive at all' >"$work/text.db"
+expect_exit "a file that is no hive" 1 --hive "$work/text.db" var get Demo Zip
+[ "$(cat "$work/text.db")" == "not a hive at all" ] && ok || ko "the refused file is untouched"
+
+# --- A run killed at any instant: the hive opens, each variable is old or new --------------
+if [ "${NV_CLI_SKIP_KILL:-}" == "" ]; then
+  {
+    printf '[HKEY_LOCAL_MACHINE\\SOFTWARE\\NOVRA\\Scenarios\\Kill\\Taches\\Many]\r\n'
+    printf '"Fonction"=dword:00000001\r\n"Chaine"="@Text"\r\n"Separateur"=";"\r\n"Fields.Count"=dword:000003e8\r\n'
+    for i in $(seq 1 1000); do
+      printf '"Fields(%d).Var"="@V%d"\r\n"Fields(%d).Start"="%d"\r\n"Fields(%d).End"="%d"\r\n"Fields(%d).ShowSep"="False"\r\n' \
+        "$i" "$i" "$i" $((i - 1)) "$i" "$i" "$i"
+    done
+    printf '\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\NOVRA\\Scenarios\\Kill\\Variables]\r\n'
+    printf '"Text"="%s"\r\n' "$(seq -s ';' 1 1000)"
+    for i in $(seq 1 1000); do printf '"V%d"="old"\r\n' "$i"; done
+  } >"$work/body"
+  reg_file "$(cat "$work/body")" many.reg
+  for attempt in 1 2 3 4 5; do
+    NVEXTCH_HIVE="$work/kill.db" nv reg import "$work/many.reg" || ko "import the kill scenario"
+    NVEXTCH_HIVE="$work/kill.db" nv run Kill Many --report "$work/kill.log" >/dev/null 2>&1 &
+    sleep "0.0$((RANDOM % 9 + 1))"
+    kill -9 $! 2>/dev/null
+    wait $! 2>/dev/null
+    bad=0
+    NVEXTCH_HIVE="$work/kill.db" nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA\Scenarios\Kill\Variables' >"$work/vars" || bad=1
+    for i in 1 500 1000; do
+      value=$(grep -a "^\"V$i\"=" "$work/vars" | tr -d '\r')
+      [ "$value" == "\"V$i\"=\"old\"" ] || [ "$value" == "\"V$i\"=\"$i\"" ] || bad=1
+    done
+    [ "$bad" == 0 ] && ok || ko "hive after a kill (attempt $attempt)"
+  done
+fi
+
+# --- The command line itself ------------------------------------------------------------------
+expect_exit "missing variable" 1 var get Demo Nothing
+expect_exit "unknown command" 2 frobnicate
+expect_exit "missing argument" 2 run Demo
+expect_exit "bad language" 2 run Demo LogLines --lang de
+expect_exit "help" 0 run --help
+grep -q '^usage: nvhost run SCENARIO TASK' "$work/out" && ok || ko "help text"
+expect_out "status of an unknown task" '0\n' status Demo Nobody
+expect_exit "variable with newlines and accents" 0 var set Demo Accents "$(printf 'élève\nÉTÉ')"
+expect_out "read back exactly" 'élève\nÉTÉ\n' var get Demo Accents
+
+echo "$passed passed, $failed failed"
+[ "$failed" == 0 ]
