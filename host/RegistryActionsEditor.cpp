@@ -1,13 +1,12 @@
 #include "host/RegistryActionsEditor.h"
 
 #include <optional>
-#include <vector>
 
 #include "common/Conversions.h"
 #include "common/Error.h"
+#include "host/StoredValue.h"
 #include "store/ActionsLayout.h"
 #include "store/RegistryKey.h"
-#include "store/ValueBytes.h"
 
 namespace nv {
 namespace {
@@ -24,30 +23,12 @@ void RaiseOnFailure(RegStatus status, const Text& what) {
   if (status != RegError::Success) RaiseError(status, what + u" (registry error " + DecimalText(status) + u")");
 }
 
-std::optional<Variant> ReadValue(Registry& registry, RegKey key, const Text& name) {
-  std::uint32_t type = 0;
-  std::uint32_t size = 0;
-  if (registry.QueryValue(key, name, &type, nullptr, &size) != RegError::Success) return std::nullopt;
-  std::vector<std::uint8_t> data(size);
-  if (registry.QueryValue(key, name, &type, data.data(), &size) != RegError::Success) return std::nullopt;
-  if (type == RegType::Dword && size == 4) {
-    return Variant::FromLong(static_cast<std::int32_t>(data[0] | data[1] << 8 | data[2] << 16 | data[3] << 24));
-  }
-  Text text = TextFromBytes(data.data(), size, 0);
-  if (!text.empty() && text.back() == u'\0') text.pop_back();
-  return Variant::FromText(std::move(text));
-}
-
 void WriteText(Registry& registry, RegKey key, const Text& name, const Text& value) {
-  const std::vector<std::uint8_t> data = BytesFromText(value);
-  RaiseOnFailure(registry.SetValue(key, name, RegType::Sz, data.data(), static_cast<std::uint32_t>(data.size())),
-                 u"Cannot store the action value " + name);
+  RaiseOnFailure(WriteStoredText(registry, key, name, value), u"Cannot store the action value " + name);
 }
 
 void WriteNumber(Registry& registry, RegKey key, const Text& name, std::uint32_t value) {
-  const std::uint32_t data = LittleEndian32(value);
-  RaiseOnFailure(registry.SetValue(key, name, RegType::Dword, reinterpret_cast<const std::uint8_t*>(&data), 4),
-                 u"Cannot store the action value " + name);
+  RaiseOnFailure(WriteStoredNumber(registry, key, name, value), u"Cannot store the action value " + name);
 }
 
 }  // namespace
@@ -95,11 +76,11 @@ bool RegistryActionsEditor::DescribeAction(std::int32_t kind, ListedAction& acti
     return false;
   }
   const auto text = [&](const char16_t* name) {
-    const auto value = ReadValue(registry_, key.Get(), name);
+    const auto value = ReadStoredValue(registry_, key.Get(), name);
     return value ? ToText(*value) : Text();
   };
   const auto flag = [&](const char16_t* name) {
-    const auto value = ReadValue(registry_, key.Get(), name);
+    const auto value = ReadStoredValue(registry_, key.Get(), name);
     return value && IsActionFlagSet(*value);
   };
   const bool french = French();

@@ -15,11 +15,19 @@
 namespace nv {
 namespace {
 
-// The plug-in object as the host sets it up for one task.
-void Prepare(ExtractionChaine& plugin, const Arguments& arguments) {
+// describe and actions: the plug-in set up for one task as the host sets it up, and the
+// text that `produce` asks of it.
+int PrintTaskText(Session& session, const Words& words, const char* usage, Text (ExtractionChaine::*produce)()) {
+  if (PrintedHelp(session, words, usage)) return 0;
+  const Arguments arguments = ParseArguments(words, {"--lang"}, {});
+  RequirePositional(arguments, 2, usage);
+  session.OpenRegistry();
+  ExtractionChaine plugin;
   const std::optional<std::string> language = arguments.Value("--lang");
   plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
                               language ? ParseLanguageOption(*language) : Module().LanguageOffset);
+  session.Out() << ToUtf8((plugin.*produce)()) << "\n";
+  return 0;
 }
 
 std::int32_t ParseKind(const std::string& word) {
@@ -54,27 +62,11 @@ std::optional<Text> TextOption(const Arguments& arguments, const std::string& op
 }  // namespace
 
 int RunDescribeCommand(Session& session, const Words& words) {
-  constexpr const char* usage = "describe SCENARIO TASK [--lang fr|en]";
-  if (PrintedHelp(session, words, usage)) return 0;
-  const Arguments arguments = ParseArguments(words, {"--lang"}, {});
-  RequirePositional(arguments, 2, usage);
-  session.OpenRegistry();
-  ExtractionChaine plugin;
-  Prepare(plugin, arguments);
-  session.Out() << ToUtf8(plugin.GetTaskDescription()) << "\n";
-  return 0;
+  return PrintTaskText(session, words, "describe SCENARIO TASK [--lang fr|en]", &ExtractionChaine::GetTaskDescription);
 }
 
 int RunActionsCommand(Session& session, const Words& words) {
-  constexpr const char* usage = "actions SCENARIO TASK [--lang fr|en]";
-  if (PrintedHelp(session, words, usage)) return 0;
-  const Arguments arguments = ParseArguments(words, {"--lang"}, {});
-  RequirePositional(arguments, 2, usage);
-  session.OpenRegistry();
-  ExtractionChaine plugin;
-  Prepare(plugin, arguments);
-  session.Out() << ToUtf8(plugin.GetActions()) << "\n";
-  return 0;
+  return PrintTaskText(session, words, "actions SCENARIO TASK [--lang fr|en]", &ExtractionChaine::GetActions);
 }
 
 int RunActionCommand(Session& session, const Words& words) {

@@ -9,16 +9,7 @@
 namespace nv::test {
 namespace {
 
-const Text kTasks = u"SOFTWARE\\NOVRA\\Scenarios\\S\\Taches";
-const Text kTask = kTasks + u"\\T";
-
-class RegistryOperations : public RegistryTest {
- protected:
-  void SetUp() override {
-    RegistryTest::SetUp();
-    SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), kTasks);
-  }
-};
+using RegistryOperations = TaskContextTest;
 
 std::vector<std::uint8_t> Units(const Text& text) {  // UTF-16LE without adding a terminator
   std::vector<std::uint8_t> bytes = BytesFromText(text);

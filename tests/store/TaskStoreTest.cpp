@@ -12,15 +12,8 @@
 namespace nv::test {
 namespace {
 
-const Text kTasks = u"SOFTWARE\\NOVRA\\Scenarios\\S\\Taches";
-const Text kTask = kTasks + u"\\T";
-
-class TaskStore : public RegistryTest {
- protected:
-  void SetUp() override {
-    RegistryTest::SetUp();
-    SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), kTasks);
-  }
+class TaskStore : public TaskContextTest {
+ public:
   TaskDefinition Load() {
     TaskDefinition definition;
     definition.Fields.push_back({u"stale", u"", u"", u""});

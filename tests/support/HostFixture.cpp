@@ -43,13 +43,13 @@ class HostTest::Services final : public HostServices {
 };
 
 void HostTest::SetUp() {
-  RegistryTest::SetUp();
+  TaskContextTest::SetUp();
   services_ = std::make_unique<Services>(*this);
   Module().PlatformServices = services_.get();
 }
 
 void HostTest::TearDown() {
-  RegistryTest::TearDown();
+  TaskContextTest::TearDown();
   services_.reset();
 }
 

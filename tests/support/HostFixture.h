@@ -27,13 +27,11 @@ class ScriptedPrompt final : public ActionPrompt {
   void ShowHelp(const Text& text) override { helpShown.push_back(text); }
 };
 
-class HostTest : public RegistryTest {
+class HostTest : public TaskContextTest {
  public:
   void SetUp() override;
   void TearDown() override;
 
-  const Text kTasks = u"SOFTWARE\\NOVRA\\Scenarios\\S\\Taches";
-  const Text kTask = kTasks + u"\\T";
   const Text kVariables = u"SOFTWARE\\NOVRA\\Scenarios\\S\\Variables";
 
   // A scenario variable as the stand-in host keeps it; nothing when missing.

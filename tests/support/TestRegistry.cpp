@@ -55,6 +55,11 @@ void RegistryTest::SetUp() {
   Module().PlatformRegistry = &registry_->Get();
 }
 
+void TaskContextTest::SetUp() {
+  RegistryTest::SetUp();
+  SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), kTasks);
+}
+
 void RegistryTest::TearDown() {
   Module() = ModuleState{};
   registry_.reset();

@@ -45,4 +45,13 @@ class RegistryTest : public ::testing::Test {
   std::unique_ptr<TestRegistryOwner> registry_;
 };
 
+// The same, with the module's registry context on the tasks of scenario S (task T).
+class TaskContextTest : public RegistryTest {
+ public:
+  void SetUp() override;
+
+  const Text kTasks = u"SOFTWARE\\NOVRA\\Scenarios\\S\\Taches";
+  const Text kTask = kTasks + u"\\T";
+};
+
 }  // namespace nv::test
