@@ -2,6 +2,9 @@
 
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
+#include "common/Utf.h"
+#include "plugin/ExtractionChaine.h"
+#include "store/ModuleState.h"
 #include "store/Texts.h"
 
 namespace nv {
@@ -31,6 +34,12 @@ std::int32_t ParseLanguageOption(const std::string& language) {
   if (language == "fr") return Language::French;
   if (language == "en") return Language::English;
   throw UsageError("--lang takes fr or en, not '" + language + "'");
+}
+
+void InitializeForTask(ExtractionChaine& plugin, const Arguments& arguments) {
+  const std::optional<std::string> language = arguments.Value("--lang");
+  plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
+                              language ? ParseLanguageOption(*language) : Module().LanguageOffset);
 }
 
 bool PrintedHelp(Session& session, const Words& words, const char* usage) {

@@ -28,6 +28,13 @@ int RunDescribeCommand(Session& session, const Words& words);
 int RunActionsCommand(Session& session, const Words& words);
 int RunActionCommand(Session& session, const Words& words);
 
+class ExtractionChaine;
+struct Arguments;
+
+// InitializeProperties as the host calls it for SCENARIO TASK (the first two positional
+// words), in the --lang language or else the configured one.
+void InitializeForTask(ExtractionChaine& plugin, const Arguments& arguments);
+
 // "fr" or "en" as the language offset.
 std::int32_t ParseLanguageOption(const std::string& language);
 

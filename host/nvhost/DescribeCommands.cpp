@@ -23,9 +23,7 @@ int PrintTaskText(Session& session, const Words& words, const char* usage, Text 
   RequirePositional(arguments, 2, usage);
   session.OpenRegistry();
   ExtractionChaine plugin;
-  const std::optional<std::string> language = arguments.Value("--lang");
-  plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
-                              language ? ParseLanguageOption(*language) : Module().LanguageOffset);
+  InitializeForTask(plugin, arguments);
   session.Out() << ToUtf8((plugin.*produce)()) << "\n";
   return 0;
 }

@@ -13,9 +13,7 @@ int RunRunCommand(Session& session, const Words& words) {
   RequirePositional(arguments, 2, usage);
   session.OpenRegistry();
   ExtractionChaine plugin;
-  const std::optional<std::string> language = arguments.Value("--lang");
-  plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
-                              language ? ParseLanguageOption(*language) : Module().LanguageOffset);
+  InitializeForTask(plugin, arguments);
   plugin.SetReportFilePath(FromUtf8(arguments.Value("--report").value_or("")));
   plugin.ExecuteTache();
   const std::int32_t status = plugin.GetStatus();

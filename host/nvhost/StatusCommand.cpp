@@ -1,8 +1,6 @@
-#include "common/Utf.h"
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
 #include "plugin/ExtractionChaine.h"
-#include "store/ModuleState.h"
 
 namespace nv {
 
@@ -13,8 +11,7 @@ int RunStatusCommand(Session& session, const Words& words) {
   RequirePositional(arguments, 2, usage);
   session.OpenRegistry();
   ExtractionChaine plugin;
-  plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
-                              Module().LanguageOffset);
+  InitializeForTask(plugin, arguments);
   session.Out() << plugin.GetStatus() << "\n";
   return 0;
 }
