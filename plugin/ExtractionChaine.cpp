@@ -11,7 +11,13 @@ namespace nv {
 
 ExtractionChaine::ExtractionChaine() {
   ReadLanguageSetting();
-  Module().ReportWriterInstance = ModuleServices().CreateReportWriter();
+  // A host whose report writer cannot be made still gets an object it can describe and
+  // configure; execution tries again when it needs the writer, and reports the failure.
+  try {
+    Module().ReportWriterInstance = ModuleServices().CreateReportWriter();
+  } catch (const RuntimeError&) {
+    Module().ReportWriterInstance.reset();
+  }
 }
 
 // The module's report writer goes with any object that ends; the next execution makes a new one.
