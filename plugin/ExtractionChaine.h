@@ -63,6 +63,12 @@ class ExtractionChaine {
   Text GetTitle();
   Text GetSummary();
 
+  // The task dialog, through the platform's presenter. ShowWrapper gives it the type's
+  // title and icon and returns the working mode after it; Affiche always returns 0. Both
+  // take the dialog's closing (1 confirmed, 0 cancelled) into Etat.
+  std::int32_t ShowWrapper();
+  std::int16_t Affiche();
+
   // Points the module's registry context at this object's tasks.
   void UseOwnRegistryContext() const;
 

@@ -3,6 +3,7 @@
 // the registry context, the language, the report writer instance, and the platform's
 // registry and host services that the module was started with.
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 
 #include "common/Text.h"
@@ -19,6 +20,8 @@ struct ModuleState {
 
   Registry* PlatformRegistry = nullptr;
   HostServices* PlatformServices = nullptr;
+  // Only platforms that can show the task dialog set it.
+  DialogPresenter* PlatformDialogs = nullptr;
 };
 
 ModuleState& Module();
@@ -26,6 +29,13 @@ ModuleState& Module();
 // The platform's registry; calling a store operation before the platform set it is a bug.
 Registry& ModuleRegistry();
 HostServices& ModuleServices();
+
+// The platform's dialogs; a platform without them cannot configure a task.
+inline DialogPresenter& ModuleDialogs() {
+  DialogPresenter* dialogs = Module().PlatformDialogs;
+  if (dialogs == nullptr) std::abort();
+  return *dialogs;
+}
 
 // Sets the registry context that the next store operations use.
 void SetRegistryContext(std::int32_t root, const Text& subKey);

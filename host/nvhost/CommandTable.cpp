@@ -26,6 +26,12 @@ const std::vector<Command>& AllCommands() {
        "action add|modify|delete SCENARIO TASK KIND [--go 0|1] [--loop 0|1] [--dest D] [--var V] [--ope 0..5] "
        "[--check 0|1] [--value X]",
        "add, change or delete one follow-up action (KIND: OnErr, OnDec, ExeIf, Goto)", RunActionCommand},
+      {"edit",
+       "edit SCENARIO TASK [--new] [--lang fr|en] [--function split|substrings|find] [--string S] "
+       "[--separator S | --separator-choice N] [--mask M] [--filter F] [--case-sensitive] [--trim] "
+       "[--field @VAR]... [--comment C] [--preview] [--confirm|--apply|--cancel]",
+       "configure a task through its dialog, run headless; a message it shows is printed and exits 2",
+       RunEditCommand},
   };
   return commands;
 }

@@ -27,6 +27,7 @@ int RunRunCommand(Session& session, const Words& words);
 int RunDescribeCommand(Session& session, const Words& words);
 int RunActionsCommand(Session& session, const Words& words);
 int RunActionCommand(Session& session, const Words& words);
+int RunEditCommand(Session& session, const Words& words);
 
 class ExtractionChaine;
 struct Arguments;

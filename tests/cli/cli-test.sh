@@ -156,6 +156,44 @@ if [ "${NV_CLI_SKIP_KILL:-}" == "" ]; then
   done
 fi
 
+# --- The dialog, run headless: what edit configures and previews is what run stores ---------
+# preview_matches_run TASK VAR...: each previewed value is what run then stores in its variable.
+preview_matches_run() {
+  local task=$1 preview var got want
+  shift
+  preview=$(cat "$work/preview")
+  expect_out "run $task" '2\n' run Edit "$task" --report "$work/edit.log"
+  for var in "$@"; do
+    want=$(printf '%s\n' "$preview" | awk -F'\t' -v v="@$var" '$3 == v { print $2 }')
+    got=$(nv var get Edit "$var")
+    [ "$got" == "$want" ] && ok || ko "preview of $task for $var: [$want], run stored [$got]"
+  done
+}
+nv var set Edit Line 'Dupont;Jean;75001'
+nv var set Edit Conf 'host=db01; port=5432'
+nv edit Edit Split --new --function split --string @Line --separator ';' --field @Last --field @First --field @Zip \
+  --comment 'from the command line' --preview >"$work/preview" 2>/dev/null && ok || ko "edit a split task"
+grep -q $'^2\tJean\t@First$' "$work/preview" && ok || ko "split preview: $(cat "$work/preview")"
+preview_matches_run Split Last First Zip
+expect_exit "both separator options" 2 edit Edit Lines --new --separator-choice 1 --separator '|'
+nv edit Edit Lines --new --function substrings --string 'l1|l2|l3' --separator '|' \
+  --field @Head:0:0 --field @Tail:1:2:True --preview >"$work/preview" 2>/dev/null && ok || ko "edit a substrings task"
+preview_matches_run Lines Head Tail
+nv edit Edit Find --new --function find --string @Conf --mask 'host=*; port=*' --filter '*' --trim \
+  --field @Host --field @Port --preview >"$work/preview" 2>/dev/null && ok || ko "edit a find task"
+preview_matches_run Find Host Port
+expect_out "a stored task opens in its editor" $'1\tdb01\t@Host\n2\t5432\t@Port\n' edit Edit Find --preview --cancel
+expect_out "the name is taken" 'This process already exists\n' edit Edit Find --new --lang en
+expect_exit "a message exits 2" 2 edit Edit Find --new --lang en
+expect_out "an empty string" 'Vous devez renseignez la chaine\n' edit Edit Split --string '' --lang fr
+nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA\Scenarios\Edit\Taches\Split' >"$work/split.reg"
+grep -q '^"Chaine"="@Line"' "$work/split.reg" && grep -q '^"Etat"=dword:00000002' "$work/split.reg" && ok || ko "nothing saved after a message"
+expect_exit "switch function and apply" 0 edit Edit Split --function find --string 'a=1' --mask 'a=*' --filter '*' --field @A --apply
+expect_out "run the switched task" '2\n' run Edit Split --report "$work/edit.log"
+expect_out "switched value" '1\n' var get Edit A
+expect_exit "cancel saves nothing" 0 edit Edit Nothing --new --cancel
+expect_out "no task after cancel" '0\n' status Edit Nothing
+
 # --- The command line itself ------------------------------------------------------------------
 expect_exit "missing variable" 1 var get Demo Nothing
 expect_exit "unknown command" 2 frobnicate
