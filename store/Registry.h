@@ -33,6 +33,7 @@ constexpr RegStatus BadPathName = 161;
 constexpr RegStatus Busy = 170;
 constexpr RegStatus MoreData = 234;
 constexpr RegStatus NoMoreItems = 259;
+constexpr RegStatus NoAccess = 998;
 constexpr RegStatus BadDatabase = 1009;
 constexpr RegStatus IoFailed = 1016;
 constexpr RegStatus KeyDeleted = 1018;

@@ -44,7 +44,7 @@ RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, co
                                std::uint32_t size) {
   const KeyAccess* target = Lookup(key);
   if (target == nullptr) return RegError::InvalidHandle;
-  if (data == nullptr && size > 0) return RegError::InvalidParameter;
+  if (data == nullptr && size > 0) return RegError::NoAccess;
   if ((target->access & RegAccess::SetValue) == 0) return RegError::AccessDenied;
   if (const RegStatus status = WriteAllowed(); status != RegError::Success) return status;
   FoldName(name, folded_);

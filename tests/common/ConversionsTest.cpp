@@ -5,6 +5,12 @@
 
 #include "common/Conversions.h"
 #include "common/Error.h"
+#ifdef _WIN32
+#include "common/SystemLocale.h"
+#include "common/Utf.h"
+#include "platform/win32/Win32Registry.h"
+#include "store/RegistryKey.h"
+#endif
 
 namespace nv {
 namespace {
@@ -109,6 +115,38 @@ TEST(Conversions, ToBoolean) {
   EXPECT_TRUE(ToBoolean(Variant::FromLong(3)));
 }
 
+#ifdef _WIN32
+// A setting of the user's locale as Windows keeps it for the user, beside the locale API
+// the code asks; empty when missing.
+Text UserLocaleSetting(TextView name) {
+  Win32Registry registry;
+  UniqueRegKey key;
+  if (OpenUniqueKey(registry, RegRoot::CurrentUser, u"Control Panel\\International", RegAccess::Read, key) != 0)
+    return {};
+  std::uint8_t bytes[128] = {};
+  std::uint32_t size = sizeof bytes;
+  if (registry.QueryValue(key.Get(), name, nullptr, bytes, &size) != 0) return {};
+  Text text;
+  for (std::uint32_t i = 0; i + 1 < size && (bytes[i] | bytes[i + 1]) != 0; i += 2)
+    text.push_back(static_cast<char16_t>(bytes[i] | bytes[i + 1] << 8));
+  return text;
+}
+
+// CTest runs this once more under a Swiss French locale (French words, "." between date
+// parts) and names it in NV_EXPECTED_LOCALE.
+TEST(Conversions, BooleanTextAndSeparatorsFollowTheUserLocale) {
+  const Text locale = UserLocaleSetting(u"LocaleName");
+  ASSERT_FALSE(locale.empty());
+  if (const char* expected = std::getenv("NV_EXPECTED_LOCALE")) {
+    ASSERT_EQ(ToUtf8(locale), expected);
+  }
+  const bool french = locale.starts_with(u"fr");
+  EXPECT_EQ(BooleanText(true), french ? u"Vrai" : u"True");
+  EXPECT_EQ(BooleanText(false), french ? u"Faux" : u"False");
+  EXPECT_EQ(SystemDateSeparator(), UserLocaleSetting(u"sDate"));
+  EXPECT_EQ(SystemTimeSeparator(), UserLocaleSetting(u"sTime"));
+}
+#else
 TEST(Conversions, BooleanTextFollowsLocaleEnvironment) {
   ::setenv("LC_ALL", "fr_FR.UTF-8", 1);
   EXPECT_EQ(BooleanText(true), u"Vrai");
@@ -122,6 +160,7 @@ TEST(Conversions, BooleanTextFollowsLocaleEnvironment) {
   ::setenv("LANG", "C", 1);
   EXPECT_EQ(BooleanText(false), u"False");
 }
+#endif
 
 }  // namespace
 }  // namespace nv

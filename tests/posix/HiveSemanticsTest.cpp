@@ -115,7 +115,7 @@ TEST_F(Hive, ValuesKeepTypeAndBytes) {
   EXPECT_EQ(hive_->DeleteValue(key, u""), ok);
   EXPECT_EQ(hive_->QueryValue(key, u"", nullptr, nullptr, nullptr), RegError::FileNotFound);
   EXPECT_EQ(hive_->DeleteValue(key, u""), RegError::FileNotFound);
-  EXPECT_EQ(hive_->SetValue(key, u"x", RegType::Binary, nullptr, 3), RegError::InvalidParameter);
+  EXPECT_EQ(hive_->SetValue(key, u"x", RegType::Binary, nullptr, 3), RegError::NoAccess);
 }
 
 TEST_F(Hive, EnumerationOrder) {
