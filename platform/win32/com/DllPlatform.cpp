@@ -1,0 +1,29 @@
+#include "platform/win32/com/DllPlatform.h"
+
+#include "platform/win32/Win32Registry.h"
+#include "platform/win32/com/ComHostServices.h"
+#include "store/ModuleState.h"
+
+namespace nv::com {
+namespace {
+
+// Lives as long as the DLL: the core keeps plain pointers to both.
+struct WindowsPlatform {
+  Win32Registry registry;
+  ComHostServices services;
+};
+
+WindowsPlatform& Platform() {
+  static WindowsPlatform platform;
+  return platform;
+}
+
+}  // namespace
+
+void AttachCoreToWindows() {
+  ModuleState& module = Module();
+  if (module.PlatformRegistry == nullptr) module.PlatformRegistry = &Platform().registry;
+  if (module.PlatformServices == nullptr) module.PlatformServices = &Platform().services;
+}
+
+}  // namespace nv::com

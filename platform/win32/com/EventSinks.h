@@ -1,0 +1,25 @@
+#pragma once
+// The sinks advised on the event interface, by cookie, and the raising of an event on
+// every one of them.
+#include <windows.h>
+#include <oaidl.h>
+#include <wrl/client.h>
+
+#include <map>
+
+namespace nv::com {
+
+class EventSinks {
+ public:
+  DWORD Add(Microsoft::WRL::ComPtr<IDispatch> sink);
+  bool Remove(DWORD cookie);
+  // Calls the event on each sink advised when it starts; a sink may unadvise meanwhile.
+  // A sink's failure is its own: the others still hear the event.
+  void Raise(DISPID event) const;
+
+ private:
+  std::map<DWORD, Microsoft::WRL::ComPtr<IDispatch>> sinks_;
+  DWORD nextCookie_ = 1;
+};
+
+}  // namespace nv::com
