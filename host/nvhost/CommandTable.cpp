@@ -3,13 +3,12 @@
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
 #include "common/Utf.h"
-#include "plugin/ExtractionChaine.h"
 #include "store/ModuleState.h"
 #include "store/Texts.h"
 
 namespace nv {
 
-const std::vector<Command>& AllCommands() {
+const std::vector<Command>& PortableCommands() {
   static const std::vector<Command> commands = {
       {"reg", "reg import FILE.reg | reg export KEY [FILE]",
        "import a regedit file (all of it or nothing), or export a key and everything below it", RunRegCommand},
@@ -42,10 +41,10 @@ std::int32_t ParseLanguageOption(const std::string& language) {
   throw UsageError("--lang takes fr or en, not '" + language + "'");
 }
 
-void InitializeForTask(ExtractionChaine& plugin, const Arguments& arguments) {
-  const std::optional<std::string> language = arguments.Value("--lang");
-  plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
-                              language ? ParseLanguageOption(*language) : Module().LanguageOffset);
+std::int32_t TaskLanguage(const Arguments& arguments) {
+  if (const std::optional<std::string> language = arguments.Value("--lang")) return ParseLanguageOption(*language);
+  ReadLanguageSetting();
+  return Module().LanguageOffset;
 }
 
 bool PrintedHelp(Session& session, const Words& words, const char* usage) {

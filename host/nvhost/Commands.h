@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "common/Utf.h"
+#include "host/nvhost/Arguments.h"
 #include "host/nvhost/Session.h"
 
 namespace nv {
@@ -18,7 +20,8 @@ struct Command {
   int (*run)(Session& session, const Words& words);
 };
 
-const std::vector<Command>& AllCommands();
+// The commands every platform has; a platform adds its own (HostPlatform::OwnCommands).
+const std::vector<Command>& PortableCommands();
 
 int RunRegCommand(Session& session, const Words& words);
 int RunVarCommand(Session& session, const Words& words);
@@ -29,12 +32,16 @@ int RunActionsCommand(Session& session, const Words& words);
 int RunActionCommand(Session& session, const Words& words);
 int RunEditCommand(Session& session, const Words& words);
 
-class ExtractionChaine;
-struct Arguments;
+// The --lang language, or else the configured one (the registry is open by then).
+std::int32_t TaskLanguage(const Arguments& arguments);
 
 // InitializeProperties as the host calls it for SCENARIO TASK (the first two positional
-// words), in the --lang language or else the configured one.
-void InitializeForTask(ExtractionChaine& plugin, const Arguments& arguments);
+// words), in the task's language. Works on the linked-in plug-in and on a PluginClient.
+template <typename Plugin>
+void InitializeForTask(Plugin& plugin, const Arguments& arguments) {
+  plugin.InitializeProperties(FromUtf8(arguments.positional[1]), FromUtf8(arguments.positional[0]),
+                              TaskLanguage(arguments));
+}
 
 // "fr" or "en" as the language offset.
 std::int32_t ParseLanguageOption(const std::string& language);

@@ -17,14 +17,13 @@ namespace {
 
 // describe and actions: the plug-in set up for one task as the host sets it up, and the
 // text that `produce` asks of it.
-int PrintTaskText(Session& session, const Words& words, const char* usage, Text (ExtractionChaine::*produce)()) {
+int PrintTaskText(Session& session, const Words& words, const char* usage, Text (PluginClient::*produce)()) {
   if (PrintedHelp(session, words, usage)) return 0;
   const Arguments arguments = ParseArguments(words, {"--lang"}, {});
   RequirePositional(arguments, 2, usage);
-  session.OpenRegistry();
-  ExtractionChaine plugin;
-  InitializeForTask(plugin, arguments);
-  session.Out() << ToUtf8((plugin.*produce)()) << "\n";
+  const std::unique_ptr<PluginClient> plugin = session.CreatePlugin();
+  InitializeForTask(*plugin, arguments);
+  session.Out() << ToUtf8(((*plugin).*produce)()) << "\n";
   return 0;
 }
 
@@ -60,11 +59,11 @@ std::optional<Text> TextOption(const Arguments& arguments, const std::string& op
 }  // namespace
 
 int RunDescribeCommand(Session& session, const Words& words) {
-  return PrintTaskText(session, words, "describe SCENARIO TASK [--lang fr|en]", &ExtractionChaine::GetTaskDescription);
+  return PrintTaskText(session, words, "describe SCENARIO TASK [--lang fr|en]", &PluginClient::GetTaskDescription);
 }
 
 int RunActionsCommand(Session& session, const Words& words) {
-  return PrintTaskText(session, words, "actions SCENARIO TASK [--lang fr|en]", &ExtractionChaine::GetActions);
+  return PrintTaskText(session, words, "actions SCENARIO TASK [--lang fr|en]", &PluginClient::GetActions);
 }
 
 int RunActionCommand(Session& session, const Words& words) {

@@ -37,6 +37,8 @@ struct UserPlay {
   std::optional<Text> comment;
   bool preview = false;
   std::string button = "--confirm";
+  bool buttonGiven = false;
+  bool anythingPlayed = false;
 };
 
 std::optional<Text> TextOption(const Arguments& arguments, const std::string& option) {
@@ -77,6 +79,10 @@ UserPlay ReadPlay(const Arguments& arguments) {
     }
   }
   if (buttons > 1) throw UsageError("press one of --confirm, --apply and --cancel");
+  play.buttonGiven = buttons == 1;
+  play.anythingPlayed = play.function || play.chaine || play.separator || play.separatorChoice || play.mask ||
+                        play.filter || play.caseSensitive || play.trim || !play.fields.empty() || play.comment ||
+                        play.preview;
   return play;
 }
 
@@ -217,6 +223,15 @@ int RunEditCommand(Session& session, const Words& words) {
   const UserPlay play = ReadPlay(arguments);
   for (const std::string& field : play.fields) {
     if (play.function == FunctionCode::Substrings) ParseLine(field);
+  }
+  // On a screen, with no button to press, the person at it plays the user.
+  if (!play.buttonGiven && session.Platform().ShowsWindows()) {
+    if (play.anythingPlayed) throw UsageError("options that play the user need --confirm, --apply or --cancel");
+    const std::unique_ptr<PluginClient> plugin = session.CreatePlugin();
+    InitializeForTask(*plugin, arguments);
+    if (arguments.Has("--new")) plugin->SetWorkingMode(0);
+    const std::int32_t mode = plugin->ShowWrapper();
+    return mode == 1 ? 0 : 1;
   }
   session.OpenRegistry();
   RecordingUiServices ui;

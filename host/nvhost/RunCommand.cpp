@@ -1,8 +1,6 @@
 #include "common/Utf.h"
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
-#include "plugin/ExtractionChaine.h"
-#include "store/ModuleState.h"
 
 namespace nv {
 
@@ -11,12 +9,11 @@ int RunRunCommand(Session& session, const Words& words) {
   if (PrintedHelp(session, words, usage)) return 0;
   const Arguments arguments = ParseArguments(words, {"--report", "--lang"}, {});
   RequirePositional(arguments, 2, usage);
-  session.OpenRegistry();
-  ExtractionChaine plugin;
-  InitializeForTask(plugin, arguments);
-  plugin.SetReportFilePath(FromUtf8(arguments.Value("--report").value_or("")));
-  plugin.ExecuteTache();
-  const std::int32_t status = plugin.GetStatus();
+  const std::unique_ptr<PluginClient> plugin = session.CreatePlugin();
+  InitializeForTask(*plugin, arguments);
+  plugin->SetReportFilePath(FromUtf8(arguments.Value("--report").value_or("")));
+  plugin->ExecuteTache();
+  const std::int32_t status = plugin->GetStatus();
   session.Out() << status << "\n";
   return status == 2 ? 0 : status == 3 ? 3 : 1;
 }

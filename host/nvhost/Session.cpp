@@ -2,13 +2,12 @@
 
 #include <ostream>
 
-#include "platform/posix/SqliteHive.h"
 #include "store/ModuleState.h"
 
 namespace nv {
 
-Session::Session(std::string hivePath, std::ostream& out, std::ostream& err)
-    : hivePath_(std::move(hivePath)), out_(out), err_(err), prompt_(out) {}
+Session::Session(HostPlatform& platform, std::string hivePath, std::ostream& out, std::ostream& err)
+    : platform_(platform), hivePath_(std::move(hivePath)), out_(out), err_(err), prompt_(out) {}
 
 Session::~Session() {
   Module().ReportWriterInstance.reset();
@@ -18,7 +17,7 @@ Session::~Session() {
 
 Registry& Session::OpenRegistry() {
   if (!registry_) {
-    registry_ = SqliteHive::Open(hivePath_);
+    registry_ = platform_.OpenRegistry(hivePath_);
     // With no report file, report lines go to standard error.
     services_ = std::make_unique<NativeHostServices>(*registry_, prompt_,
                                                      [this](const std::string& line) { err_ << line << std::flush; });
@@ -26,6 +25,11 @@ Registry& Session::OpenRegistry() {
     Module().PlatformServices = services_.get();
   }
   return *registry_;
+}
+
+std::unique_ptr<PluginClient> Session::CreatePlugin() {
+  OpenRegistry();
+  return platform_.CreatePlugin();
 }
 
 }  // namespace nv

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/NativeHostServices.h"
+#include "host/nvhost/HostPlatform.h"
 #include "host/nvhost/OptionsActionPrompt.h"
 #include "store/Registry.h"
 
@@ -12,18 +13,22 @@ namespace nv {
 
 class Session {
  public:
-  Session(std::string hivePath, std::ostream& out, std::ostream& err);
+  Session(HostPlatform& platform, std::string hivePath, std::ostream& out, std::ostream& err);
   ~Session();
 
-  // Opens the hive and makes it, with the stand-in services, the module's platform; a bad
-  // hive is raised.
+  // Opens the registry and makes it, with the stand-in services, the module's platform; a
+  // bad hive is raised.
   Registry& OpenRegistry();
+  // A new plug-in object, over the open registry.
+  std::unique_ptr<PluginClient> CreatePlugin();
+  HostPlatform& Platform() { return platform_; }
 
   std::ostream& Out() { return out_; }
   std::ostream& Err() { return err_; }
   OptionsActionPrompt& Prompt() { return prompt_; }
 
  private:
+  HostPlatform& platform_;
   std::string hivePath_;
   std::ostream& out_;
   std::ostream& err_;

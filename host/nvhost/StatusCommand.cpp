@@ -1,6 +1,5 @@
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
-#include "plugin/ExtractionChaine.h"
 
 namespace nv {
 
@@ -9,10 +8,9 @@ int RunStatusCommand(Session& session, const Words& words) {
   if (PrintedHelp(session, words, usage)) return 0;
   const Arguments arguments = ParseArguments(words, {}, {});
   RequirePositional(arguments, 2, usage);
-  session.OpenRegistry();
-  ExtractionChaine plugin;
-  InitializeForTask(plugin, arguments);
-  session.Out() << plugin.GetStatus() << "\n";
+  const std::unique_ptr<PluginClient> plugin = session.CreatePlugin();
+  InitializeForTask(*plugin, arguments);
+  session.Out() << plugin->GetStatus() << "\n";
   return 0;
 }
 

@@ -33,16 +33,20 @@ std::wstring GuidText(REFGUID guid) {
   return text;
 }
 
-std::wstring ServerPath() {
+std::wstring BesideTestProgram(const wchar_t* fileName) {
   std::wstring path(MAX_PATH, L'\0');
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return path.substr(0, path.find_last_of(L'\\') + 1) + L"NVextch.dll";
+  return path.substr(0, path.find_last_of(L'\\') + 1) + fileName;
 }
 
-DWORD RunRegsvr32(bool unregister) {
+std::wstring ServerPath() { return BesideTestProgram(L"NVextch.dll"); }
+
+DWORD RunRegsvr32(bool unregister) { return RunRegsvr32(ServerPath(), unregister); }
+
+DWORD RunRegsvr32(const std::wstring& server, bool unregister) {
   std::wstring command = L"regsvr32.exe /s ";
   if (unregister) command += L"/u ";
-  command += L"\"" + ServerPath() + L"\"";
+  command += L"\"" + server + L"\"";
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
   PROCESS_INFORMATION process{};

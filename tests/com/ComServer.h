@@ -27,10 +27,13 @@ inline constexpr IID kEventIds[] = {
 
 std::wstring GuidText(REFGUID guid);
 
+// A file beside the test program.
+std::wstring BesideTestProgram(const wchar_t* fileName);
 // NVextch.dll beside the test program.
 std::wstring ServerPath();
 
-// regsvr32 /s [/u] on the server; its exit code.
+// regsvr32 /s [/u] on a server; its exit code. Without a path: NVextch.dll.
+DWORD RunRegsvr32(const std::wstring& server, bool unregister);
 DWORD RunRegsvr32(bool unregister);
 
 // A new plug-in object, created by ProgID, as its _ExtractionChaine interface.

@@ -154,6 +154,9 @@ TEST_F(ByName, ObjectsPassByReference) {
   ASSERT_HRESULT_SUCCEEDED(Call(L"GetPicture", DISPATCH_METHOD, {}, picture.put()));
   EXPECT_EQ(picture->vt, VT_DISPATCH);
   EXPECT_NE(picture->pdispVal, nullptr);
+  // The object holds `host` as its Bouton: it goes before `host` leaves the stack.
+  bouton.put();
+  plugin_.Reset();
 }
 
 // A failing member reaches a late-bound caller as an exception carrying its error.

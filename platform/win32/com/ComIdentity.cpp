@@ -1,6 +1,10 @@
 #include "platform/win32/com/ComIdentity.h"
 
+#include "platform/win32/com/ErrorInfo.h"
+
 namespace nv::com {
+
+const wchar_t* ModuleErrorSource() noexcept { return kErrorSource; }
 
 bool IsPluginInterfaceId(REFIID iid) noexcept {
   if (IsEqualIID(iid, IID__ExtractionChaine)) return true;

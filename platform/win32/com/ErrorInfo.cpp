@@ -8,7 +8,6 @@
 
 #include "common/Utf.h"
 #include "platform/win32/com/Bstr.h"
-#include "platform/win32/com/ComIdentity.h"
 
 namespace nv::com {
 namespace {
@@ -19,7 +18,7 @@ void SetThreadErrorInfo(const Text& description, REFIID interfaceId) noexcept {
   Microsoft::WRL::ComPtr<ICreateErrorInfo> created;
   if (FAILED(CreateErrorInfo(&created))) return;
   created->SetGUID(interfaceId);
-  created->SetSource(const_cast<LPOLESTR>(kErrorSource));
+  created->SetSource(const_cast<LPOLESTR>(ModuleErrorSource()));
   // Not MakeBstr: nothing here may throw.
   const UniqueBstr text(SysAllocStringLen(reinterpret_cast<const OLECHAR*>(description.data()),
                                           static_cast<UINT>(description.size())));

@@ -9,6 +9,9 @@
 
 namespace nv::com {
 
+// The source named in the error information: each module that uses this file defines it.
+const wchar_t* ModuleErrorSource() noexcept;
+
 // A run-time error number n is MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, n), as the
 // automation runtime reports its errors; a number that already is an HRESULT stays.
 HRESULT HResultOf(std::int32_t number) noexcept;

@@ -26,6 +26,12 @@ class UniqueVariant {
   const VARIANT* get() const noexcept { return &value_; }
   VARIANT* operator->() noexcept { return &value_; }
   const VARIANT* operator->() const noexcept { return &value_; }
+  // Hands the value to an [out] VARIANT that holds nothing of its own yet; this one is
+  // left empty.
+  void MoveTo(VARIANT* out) noexcept {
+    *out = value_;
+    VariantInit(&value_);
+  }
   // Cleared first, for an [out] VARIANT.
   VARIANT* put() noexcept {
     VariantClear(&value_);
