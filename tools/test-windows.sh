@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash tools/ensure-packages.sh cmake ninja-build googletest g++-mingw-w64-x86-64 g++-mingw-w64-i686 \
-  mingw-w64-tools wine wine64 wine64-tools
+  mingw-w64-tools wine wine64 wine64-tools xvfb
 
 # A prefix of our own, so the suites neither see nor touch anyone else's registry.
 export WINEPREFIX="$PWD/build/win64/wineprefix"
@@ -19,15 +19,31 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
   wineserver -w
 fi
 
+# The dialog suites need a display: a virtual one of our own, on the first free number.
+xvfb_pid=""
+for n in $(seq 90 130); do
+  [ -e "/tmp/.X$n-lock" ] || [ -e "/tmp/.X11-unix/X$n" ] || { display=":$n"; break; }
+done
+Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
+xvfb_pid=$!
+export DISPLAY="$display"
+for _ in $(seq 50); do [ -e "/tmp/.X11-unix/X${display#:}" ] && break; sleep 0.1; done
+
 # One server for the whole run: each test program then starts in tens of milliseconds, not
-# half a second. Stopped however the run ends.
-stop_wine() { wineserver -k 2>/dev/null || true; }
+# half a second. Stopped however the run ends, with the display.
+stop_wine() {
+  wineserver -k 2>/dev/null || true
+  [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null || true
+}
 trap stop_wine EXIT
 wineserver -p 2>/dev/null || true  # one is running already: that one then
 # The first program of a server session starts Wine's own services, which live as long as
 # the server and keep whatever output they inherit open: start them here, not under CTest,
 # which would wait for that output to close.
 wine wineboot </dev/null >/dev/null 2>&1
+# No window manager runs on the virtual display: Wine draws the windows' frames itself,
+# so that the dialog pictures show their title bars.
+wine reg add 'HKCU\Software\Wine\X11 Driver' /v Decorated /t REG_SZ /d N /f </dev/null >/dev/null 2>&1
 
 cmake --preset win64 >/dev/null
 cmake --build --preset win64

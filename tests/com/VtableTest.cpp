@@ -77,14 +77,6 @@ TEST_F(Slots, ExecutionMembersRunTheTask) {
   }
 }
 
-// This build has no window for the task dialog: both members say so.
-TEST_F(Slots, DialogMembersFailWithErrorInfoWithoutADialog) {
-  short shown = -1;
-  ExpectErrorInfo(CallAt(19, &shown), E_NOTIMPL);
-  LONG mode = -1;
-  ExpectErrorInfo(CallAt(22, &mode), E_NOTIMPL);
-}
-
 TEST_F(Slots, ConstantAnswers) {
   EXPECT_EQ(GetAt<VARIANT_BOOL>(20), VARIANT_FALSE);
   EXPECT_EQ(GetAt<LONG>(27), 39);

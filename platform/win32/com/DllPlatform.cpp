@@ -2,6 +2,8 @@
 
 #include "platform/win32/Win32Registry.h"
 #include "platform/win32/com/ComHostServices.h"
+#include "platform/win32/com/ModuleLifetime.h"
+#include "platform/win32/dialog/WindowsDialogPresenter.h"
 #include "store/ModuleState.h"
 
 namespace nv::com {
@@ -11,6 +13,8 @@ namespace {
 struct WindowsPlatform {
   Win32Registry registry;
   ComHostServices services;
+  // The dialog's icon comes from this DLL's resources.
+  win::WindowsDialogPresenter dialogs{ThisModule()};
 };
 
 WindowsPlatform& Platform() {
@@ -24,6 +28,7 @@ void AttachCoreToWindows() {
   ModuleState& module = Module();
   if (module.PlatformRegistry == nullptr) module.PlatformRegistry = &Platform().registry;
   if (module.PlatformServices == nullptr) module.PlatformServices = &Platform().services;
+  if (module.PlatformDialogs == nullptr) module.PlatformDialogs = &Platform().dialogs;
 }
 
 }  // namespace nv::com

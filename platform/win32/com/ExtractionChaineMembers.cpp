@@ -8,7 +8,6 @@
 #include "platform/win32/com/ExtractionChaineObject.h"
 #include "platform/win32/com/HostObjectDispatch.h"
 #include "platform/win32/com/Picture.h"
-#include "store/ModuleState.h"
 
 namespace nv::com {
 namespace {
@@ -23,13 +22,6 @@ T Argument(const T* pointer) {
 }
 
 Text TextArgument(const BSTR* pointer) { return TextOf(Argument(pointer)); }
-
-// The dialog needs the platform's presenter; a build without one says so instead of stopping.
-void RequireDialogs() {
-  if (Module().PlatformDialogs == nullptr) {
-    throw RuntimeError(static_cast<std::int32_t>(E_NOTIMPL), u"The task dialog is not available in this build");
-  }
-}
 
 }  // namespace
 
@@ -131,10 +123,7 @@ STDMETHODIMP ExtractionChaineObject::GetTaskDescription(BSTR* description) {
 STDMETHODIMP ExtractionChaineObject::Affiche(short* result) {
   RETURN_HR_IF_NULL(E_POINTER, result);
   *result = 0;
-  return Member([&] {
-    RequireDialogs();
-    *result = core_.Affiche();
-  });
+  return Member([&] { *result = core_.Affiche(); });
 }
 
 STDMETHODIMP ExtractionChaineObject::IsTrigger(VARIANT_BOOL* trigger) {
@@ -152,10 +141,7 @@ STDMETHODIMP ExtractionChaineObject::IsActionSupported(LONG* actionType, VARIANT
 STDMETHODIMP ExtractionChaineObject::ShowWrapper(LONG* workingMode) {
   RETURN_HR_IF_NULL(E_POINTER, workingMode);
   *workingMode = 0;
-  return Member([&] {
-    RequireDialogs();
-    *workingMode = core_.ShowWrapper();
-  });
+  return Member([&] { *workingMode = core_.ShowWrapper(); });
 }
 
 STDMETHODIMP ExtractionChaineObject::GetPicture(IPictureDisp** picture) {
