@@ -25,17 +25,7 @@ struct Step {
 // The dialog box the thread shows; null when none came in time.
 HWND WaitForDialogBox(DWORD thread) {
   for (int tries = 0; tries < 500; ++tries) {
-    HWND found = nullptr;
-    EnumThreadWindows(
-        thread,
-        [](HWND window, LPARAM data) CALLBACK -> BOOL {
-          wchar_t name[16] = {};
-          GetClassNameW(window, name, 16);
-          if (std::wstring(name) != L"#32770" || !IsWindowVisible(window)) return TRUE;
-          *reinterpret_cast<HWND*>(data) = window;
-          return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+    const HWND found = DialogBoxOf(thread);
     if (found) return found;
     Sleep(20);
   }

@@ -38,7 +38,9 @@ std::wstring WindowText(HWND window) {
   return text;
 }
 
-HWND MessageBoxOf(DWORD thread) {
+}  // namespace
+
+HWND DialogBoxOf(DWORD thread) {
   HWND found = nullptr;
   EnumThreadWindows(
       thread,
@@ -52,8 +54,6 @@ HWND MessageBoxOf(DWORD thread) {
       reinterpret_cast<LPARAM>(&found));
   return found;
 }
-
-}  // namespace
 
 HWND DialogDriver::Find(int id) const {
   const HWND found = FindDescendant(dialog_, id);
@@ -222,7 +222,7 @@ std::vector<std::wstring> DialogDriver::TabCaptions() const {
 
 std::wstring DialogDriver::AnswerMessageBox(int textId) const {
   HWND box = nullptr;
-  for (DWORD waited = 0; waited < kWaitMs && !(box = MessageBoxOf(uiThread_)); waited += 20) Sleep(20);
+  for (DWORD waited = 0; waited < kWaitMs && !(box = DialogBoxOf(uiThread_)); waited += 20) Sleep(20);
   if (!box) {
     ADD_FAILURE() << "no message box came";
     return {};
@@ -235,7 +235,7 @@ std::wstring DialogDriver::AnswerMessageBox(int textId) const {
 
 void CloseEverything(DWORD uiThread) {
   for (int round = 0; round < 20; ++round) {
-    if (const HWND box = MessageBoxOf(uiThread)) {
+    if (const HWND box = DialogBoxOf(uiThread)) {
       PostMessageW(box, WM_COMMAND, IDOK, 0);
     } else if (const HWND dialog = FindWindowW(win::TaskDialogWindow::kClassName, nullptr)) {
       PostMessageW(dialog, WM_CLOSE, 0, 0);

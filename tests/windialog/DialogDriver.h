@@ -56,6 +56,10 @@ class DialogDriver {
   DWORD uiThread_;
 };
 
+// The visible dialog box (a message box, a dialog made from a template) that the thread
+// shows; null when there is none.
+HWND DialogBoxOf(DWORD thread);
+
 // Closes whatever the thread still shows (message boxes, then dialogs): used when a test
 // lost its way, so that the modal loop it waits on ends.
 void CloseEverything(DWORD uiThread);
