@@ -5,6 +5,7 @@
 
 #include "platform/win32/Win32Registry.h"
 #include "platform/win32/dialog/TaskDialogIds.h"
+#include "platform/win32/dialog/TaskDialogWindow.h"
 #include "platform/win32/standin/ActionDialogs.h"
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
@@ -97,6 +98,87 @@ TEST_F(ComDialog, CancelledNothingIsStored) {
   });
   EXPECT_EQ(result, 0);
   EXPECT_FALSE(RegistryKeyExists(u"T1"));
+}
+
+// The task dialog that process `processId` shows; null when none came in time.
+HWND WaitForDialogOf(DWORD processId) {
+  struct Search {
+    DWORD processId;
+    HWND found;
+  } search{processId, nullptr};
+  for (int tries = 0; tries < 1000 && search.found == nullptr; ++tries) {
+    EnumWindows(
+        [](HWND window, LPARAM data) CALLBACK -> BOOL {
+          auto* s = reinterpret_cast<Search*>(data);
+          wchar_t name[32] = {};
+          GetClassNameW(window, name, 32);
+          DWORD owner = 0;
+          GetWindowThreadProcessId(window, &owner);
+          if (owner != s->processId || std::wstring(name) != win::TaskDialogWindow::kClassName ||
+              !IsWindowVisible(window)) {
+            return TRUE;
+          }
+          s->found = window;
+          return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    if (search.found == nullptr) Sleep(20);
+  }
+  return search.found;
+}
+
+// nvhost.exe edit without a button option opens the dialog for the person at the screen,
+// through the registered server; what that person presses is the exit status.
+TEST_F(ComDialog, NvhostEditOpensTheDialogOnScreen) {
+  struct Case {
+    const wchar_t* name;
+    const wchar_t* arguments;
+    bool confirm;
+    DWORD exitCode;
+    bool stored;
+  };
+  const Case cases[] = {
+      {L"closed", L"edit S T1 --new --lang en", false, 1, false},
+      {L"confirmed", L"edit S T1 --lang en", true, 0, true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.name, c.name + wcslen(c.name)));
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, comtest::kTaskKey);
+    if (c.stored) {
+      // A split task that passes the checks as it stands.
+      comtest::WriteTaskValue(L"Fonction", L"0");
+      comtest::WriteTaskValue(L"Chaine", L"a;b");
+      comtest::WriteTaskValue(L"Separateur", L";");
+      comtest::WriteTaskValue(L"Fields.Count", L"1");
+      comtest::WriteTaskValue(L"Fields(1).Var", L"@A");
+    }
+    std::wstring command = L"\"" + comtest::BesideTestProgram(L"nvhost.exe") + L"\" " + c.arguments;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION process{};
+    ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                               &process));
+    const win::unique_kernel_handle processHandle(process.hProcess);
+    const win::unique_kernel_handle threadHandle(process.hThread);
+    const HWND dialog = WaitForDialogOf(process.dwProcessId);
+    EXPECT_NE(dialog, nullptr) << "nvhost.exe showed no dialog";
+    if (dialog != nullptr) {
+      // Plain posted input: the dialog lives in another process.
+      const HWND target = c.confirm ? DialogDriver(dialog, 0).Find(ids::kValider) : dialog;
+      PostMessageW(target, c.confirm ? BM_CLICK : WM_CLOSE, 0, 0);
+    }
+    if (WaitForSingleObject(process.hProcess, 30000) != WAIT_OBJECT_0) {
+      TerminateProcess(process.hProcess, 99);
+      ADD_FAILURE() << "nvhost.exe did not end";
+    }
+    DWORD exitCode = 0;
+    GetExitCodeProcess(process.hProcess, &exitCode);
+    EXPECT_EQ(exitCode, c.exitCode);
+    EXPECT_EQ(RegistryKeyExists(u"T1"), c.stored);
+    if (c.stored) {
+      EXPECT_EQ(ReadRegistryValue(u"T1", u"Type"), Variant::FromLong(39)) << "saved by the dialog";
+    }
+  }
 }
 
 }  // namespace
