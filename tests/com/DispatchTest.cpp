@@ -68,13 +68,6 @@ class ByName : public PluginTest {
   }
 };
 
-TEST_F(ByName, NamesGiveTheTableIdentifiers) {
-  for (const TableSlot& row : InterfaceTable()) {
-    if (!row.described) continue;
-    EXPECT_EQ(IdOf(row.name), row.dispid) << std::string(row.name.begin(), row.name.end());
-  }
-}
-
 TEST_F(ByName, TypeInfoIsTheDualInterface) {
   Microsoft::WRL::ComPtr<ITypeInfo> info;
   ASSERT_HRESULT_SUCCEEDED(plugin_->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info));

@@ -70,17 +70,5 @@ TEST(VariantValues, ValuesWithoutATextOrNumberRaiseTheRuntimesError) {
   }
 }
 
-TEST(VariantValues, NumbersReadAsTheRuntimeRoundsThem) {
-  EXPECT_EQ(com::LongOfVariant(*com::VariantFromText(u" 42 ").get()), 42);
-  EXPECT_EQ(com::LongOfVariant(*Make([](VARIANT& v) { V_VT(&v) = VT_R8; V_R8(&v) = 2.5; }).get()), 2);
-  EXPECT_EQ(com::LongOfVariant(*Make([](VARIANT& v) { V_VT(&v) = VT_R8; V_R8(&v) = 3.5; }).get()), 4);
-}
-
-TEST(VariantValues, TheLeftOutArgumentIsWhatAutomationPasses) {
-  const UniqueVariant leftOut = com::LeftOutVariant();
-  EXPECT_EQ(V_VT(leftOut.get()), VT_ERROR);
-  EXPECT_EQ(V_ERROR(leftOut.get()), DISP_E_PARAMNOTFOUND);
-}
-
 }  // namespace
 }  // namespace nv::comtest

@@ -110,15 +110,6 @@ TEST_F(HostRun, SplitStoresEachPieceThroughTheVariablesService) {
   EXPECT_NE(Report().find("--> Run processT1\n"), std::string::npos) << Report();
 }
 
-TEST_F(HostRun, AReferenceIsResolvedThroughTheVariablesService) {
-  PutText(kVariablesKey, L"Source", L"x;y");
-  WriteSplitTask(L"@Source", {L"@First", L"@Second"});
-  Execute();
-  EXPECT_EQ(Status(), 2);
-  EXPECT_EQ(Variable(L"First"), L"x");
-  EXPECT_EQ(Variable(L"Second"), L"y");
-}
-
 // Each failure ends the run with status 3 and its line; the call itself succeeds, and the
 // pieces stored before the failure stay.
 TEST_F(HostRun, FailuresEndTheRunWithStatusThreeAndTheirLine) {
