@@ -36,6 +36,10 @@ HRESULT HResultOf(std::int32_t number) noexcept {
   return E_FAIL;
 }
 
+std::int32_t RuntimeNumberOf(HRESULT hr) noexcept {
+  return HRESULT_FACILITY(hr) == FACILITY_CONTROL ? HRESULT_CODE(hr) : static_cast<std::int32_t>(hr);
+}
+
 HRESULT ReportError(const RuntimeError& error, REFIID interfaceId) noexcept {
   try {
     SetThreadErrorInfo(error.Description(), interfaceId);

@@ -15,6 +15,9 @@ const wchar_t* ModuleErrorSource() noexcept;
 // A run-time error number n is MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, n), as the
 // automation runtime reports its errors; a number that already is an HRESULT stays.
 HRESULT HResultOf(std::int32_t number) noexcept;
+// The inverse, as the automation runtime reads a failure: its own errors by their number,
+// any other HRESULT as it is.
+std::int32_t RuntimeNumberOf(HRESULT hr) noexcept;
 
 HRESULT ReportError(const RuntimeError& error, REFIID interfaceId) noexcept;
 

@@ -35,8 +35,7 @@ void PlaceButtonsFrom(int right, int count, int* lefts) {
 }  // namespace
 
 void TaskDialogWindow::BuildChaineRow(HWND page, int base, EditorBase& editor) {
-  const RECT area = PageRect();
-  const int width = MulDiv(area.right - area.left, 96, dpi_);
+  const int width = PageSize().cx;
   constexpr int top = 12;
   Bind<LabelBinding>(editor.lblChaine, Make(page, L"STATIC", kLabel, 0, base + ids::kLblChaine, {kLeft, top + kLabelDrop, 80, 14}));
   Bind<TextBoxVarBinding>(editor.txtChaine,
@@ -50,8 +49,7 @@ void TaskDialogWindow::BuildChaineRow(HWND page, int base, EditorBase& editor) {
 }
 
 void TaskDialogWindow::BuildSeparatorRows(HWND page, int base, SeparatorGroup& group) {
-  const RECT area = PageRect();
-  const int width = MulDiv(area.right - area.left, 96, dpi_);
+  const int width = PageSize().cx;
   constexpr int top = 40;
   Bind<LabelBinding>(group.lblSeparator,
                      Make(page, L"STATIC", kLabel, 0, base + ids::kLblSeparator, {kLeft, top + kLabelDrop, 80, 14}));
@@ -98,8 +96,7 @@ GridWindow& TaskDialogWindow::BuildGrid(HWND page, int id, Control& model, std::
 }
 
 void TaskDialogWindow::BuildParameters(HWND page) {
-  const RECT area = PageRect();
-  const int width = MulDiv(area.right - area.left, 96, dpi_);
+  const int width = PageSize().cx;
   Bind<LabelBinding>(form_.Label5, Make(page, L"STATIC", kLabel, 0, ids::kLabel5, {16, 22, 140, 14}));
   Bind<TextBoxBinding>(form_.txtTache,
                        Make(page, L"EDIT", ES_AUTOHSCROLL | ES_READONLY, WS_EX_CLIENTEDGE, ids::kTxtTache, {160, 19, 300, kRowHeight}), false);
@@ -114,9 +111,7 @@ void TaskDialogWindow::BuildParameters(HWND page) {
 // Clear and Preview at the right of the row at `rowTop`, and the editor's grid below them
 // down to the page's foot.
 GridWindow& TaskDialogWindow::BuildButtonsAndGrid(HWND page, int base, EditorBase& editor, int rowTop) {
-  const RECT area = PageRect();
-  const int width = MulDiv(area.right - area.left, 96, dpi_);
-  const int height = MulDiv(area.bottom - area.top, 96, dpi_);
+  const auto [width, height] = PageSize();
   int lefts[2];
   PlaceButtonsFrom(width - kLeft, 2, lefts);
   Bind<ButtonBinding>(editor.btnClear, Make(page, L"BUTTON", kPush, 0, base + ids::kBtnClear, {lefts[0], rowTop, kButtonWidth, kButtonHeight}));
@@ -153,8 +148,7 @@ void TaskDialogWindow::BuildExtraction(HWND page) {
 void TaskDialogWindow::BuildRecherche(HWND page) {
   FrameRecherche& editor = form_.FrameRecherche1;
   const int base = ids::kRecherche;
-  const RECT area = PageRect();
-  const int width = MulDiv(area.right - area.left, 96, dpi_);
+  const int width = PageSize().cx;
   BuildChaineRow(page, base, editor);
   constexpr int maskTop = 40;
   Bind<LabelBinding>(editor.lblMasque, Make(page, L"STATIC", kLabel, 0, base + ids::kLblMasque, {kLeft, maskTop + kLabelDrop, 80, 14}));
@@ -183,9 +177,7 @@ void TaskDialogWindow::BuildRecherche(HWND page) {
 }
 
 void TaskDialogWindow::BuildComment(HWND page) {
-  const RECT area = PageRect();
-  const int width = MulDiv(area.right - area.left, 96, dpi_);
-  const int height = MulDiv(area.bottom - area.top, 96, dpi_);
+  const auto [width, height] = PageSize();
   Bind<TextBoxBinding>(form_.txtComm,
                        Make(page, L"EDIT", WS_TABSTOP | ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL, WS_EX_CLIENTEDGE, ids::kTxtComm,
                             {kLeft, kLeft, width - 2 * kLeft, height - 2 * kLeft}),
@@ -194,9 +186,7 @@ void TaskDialogWindow::BuildComment(HWND page) {
 
 void TaskDialogWindow::BuildActions(HWND page) {
   ActionsTab& actions = form_.Actions;
-  const RECT area = PageRect();
-  const int width = MulDiv(area.right - area.left, 96, dpi_);
-  const int height = MulDiv(area.bottom - area.top, 96, dpi_);
+  const auto [width, height] = PageSize();
   const int buttonsTop = height - kLeft - kButtonHeight;
   BuildGrid(page, ids::kGrdAc, actions.grdAc, std::make_unique<StandardGridSource>(actions.grdAc),
             {kLeft, kLeft, width - 2 * kLeft, buttonsTop - 2 * kLeft});

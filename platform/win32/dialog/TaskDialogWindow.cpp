@@ -226,6 +226,11 @@ RECT TaskDialogWindow::PageRect() const {
   return display;
 }
 
+SIZE TaskDialogWindow::PageSize() const {
+  const RECT area = PageRect();
+  return {MulDiv(area.right - area.left, 96, dpi_), MulDiv(area.bottom - area.top, 96, dpi_)};
+}
+
 void TaskDialogWindow::BuildPages() {
   // The tab row decides the page area: give it its captions first.
   for (std::int32_t tab = 0; tab < form_.SSTab1.Tabs(); ++tab) {

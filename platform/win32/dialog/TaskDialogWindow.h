@@ -88,6 +88,8 @@ class TaskDialogWindow final : public ShownDialog {
   bool PreviewKey(MSG& message);
   bool IsOurs(HWND window) const;
   RECT PageRect() const;
+  // The page's size in the 96-DPI units the layout is written in.
+  SIZE PageSize() const;
   int Scale(int pixels96) const { return MulDiv(pixels96, dpi_, 96); }
 
   FrmExtractionChaine& form_;

@@ -16,6 +16,7 @@
 #include "host/nvhost/Commands.h"
 #include "platform/win32/com/Bstr.h"
 #include "platform/win32/com/CallFailure.h"
+#include "platform/win32/com/ErrorInfo.h"
 #include "platform/win32/com/UniqueVariant.h"
 #include "platform/win32/com/VariantValues.h"
 #include "platform/win32/nvhost/NvhostCommands.h"
@@ -192,9 +193,7 @@ int RunCallCommand(Session& session, const Words& words) {
     const com::UniqueBstr help(exception.bstrHelpFile);
     // The automation runtime's own errors read by their runtime number, as natively.
     const HRESULT code = exception.scode != 0 ? exception.scode : static_cast<HRESULT>(exception.wCode);
-    const std::int32_t number =
-        HRESULT_FACILITY(code) == FACILITY_CONTROL ? HRESULT_CODE(code) : static_cast<std::int32_t>(code);
-    throw RuntimeError(number, com::TextOf(description.get()));
+    throw RuntimeError(com::RuntimeNumberOf(code), com::TextOf(description.get()));
   }
   CheckCall(hr, u"IDispatch.Invoke");
   // A write, or a member without a result, prints nothing.
