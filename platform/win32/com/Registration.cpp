@@ -1,15 +1,14 @@
 #include "platform/win32/com/Registration.h"
 
 #include <oleauto.h>
-#include <wrl/client.h>
 
 #include <string>
 #include <vector>
 
+#include "platform/win32/com/ClassesRoot.h"
 #include "platform/win32/com/ComIdentity.h"
 #include "platform/win32/com/ComResult.h"
 #include "platform/win32/com/ModuleLifetime.h"
-#include "platform/win32/com/UniqueHandle.h"
 
 namespace nv::com {
 namespace {
@@ -30,12 +29,6 @@ struct Entry {
   const wchar_t* name;  // null: the key alone, without a value
   std::wstring value;
 };
-
-std::wstring GuidText(REFGUID guid) {
-  wchar_t text[40] = {};
-  StringFromGUID2(guid, text, 40);
-  return text;
-}
 
 std::wstring ClassKey() { return L"CLSID\\" + GuidText(CLSID_ExtractionChaine); }
 std::wstring InterfaceKey(REFGUID iid) { return L"Interface\\" + GuidText(iid); }
@@ -77,31 +70,12 @@ std::vector<Entry> Entries(const std::wstring& serverPath) {
   return entries;
 }
 
-HRESULT Write(const Entry& entry) {
-  unique_hkey key;
-  RETURN_IF_FAILED(HRESULT_FROM_WIN32(
-      RegCreateKeyExW(HKEY_CLASSES_ROOT, entry.key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, key.put(), nullptr)));
-  if (entry.name == nullptr) return S_OK;
-  const auto* data = reinterpret_cast<const BYTE*>(entry.value.c_str());
-  const auto size = static_cast<DWORD>((entry.value.size() + 1) * sizeof(wchar_t));
-  return HRESULT_FROM_WIN32(RegSetValueExW(key.get(), entry.name, 0, REG_SZ, data, size));
-}
-
-HRESULT RemoveTree(const std::wstring& path) {
-  const LSTATUS status = RegDeleteTreeW(HKEY_CLASSES_ROOT, path.c_str());
-  return status == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(status);
-}
-
-HRESULT RegisterLibrary(const std::wstring& serverPath) {
-  Microsoft::WRL::ComPtr<ITypeLib> library;
-  RETURN_IF_FAILED(LoadTypeLibEx(serverPath.c_str(), REGKIND_NONE, &library));
-  return RegisterTypeLib(library.Get(), const_cast<OLECHAR*>(serverPath.c_str()), nullptr);
-}
+HRESULT Write(const Entry& entry) { return WriteClassesRootText(entry.key, entry.name, entry.value); }
 
 HRESULT RegisterAll() {
   const std::wstring serverPath = ThisModulePath();
   RETURN_HR_IF(E_UNEXPECTED, serverPath.empty());
-  RETURN_IF_FAILED(RegisterLibrary(serverPath));
+  RETURN_IF_FAILED(RegisterEmbeddedTypeLibrary(serverPath));
   for (const Entry& entry : Entries(serverPath)) RETURN_IF_FAILED(Write(entry));
   return S_OK;
 }
@@ -125,7 +99,7 @@ HRESULT UnregisterServer() noexcept {
     UnRegisterTypeLib(LIBID_NVExtractionChaine, kLibraryMajor, kLibraryMinor, LOCALE_NEUTRAL, kSysKind);
     HRESULT result = S_OK;
     const auto remove = [&](const std::wstring& path) {
-      const HRESULT hr = RemoveTree(path);
+      const HRESULT hr = RemoveClassesRootTree(path);
       if (FAILED(hr) && SUCCEEDED(result)) result = hr;
     };
     remove(ClassKey());
