@@ -4,10 +4,26 @@
 
 #include <new>
 
+#include "platform/win32/com/ComEnumerator.h"
 #include "platform/win32/com/ComIdentity.h"
 #include "platform/win32/com/ComResult.h"
 
 namespace nv::com {
+namespace {
+
+// Each connection as the sink was advised: the event interface's pointer and its cookie.
+struct ConnectionTraits {
+  using Interface = IEnumConnections;
+  using Item = CONNECTDATA;
+  using Entry = std::pair<DWORD, Microsoft::WRL::ComPtr<IDispatch>>;
+  static REFIID Iid() { return IID_IEnumConnections; }
+  static CONNECTDATA Copy(const Entry& entry) {
+    entry.second->AddRef();
+    return {entry.second.Get(), entry.first};
+  }
+};
+
+}  // namespace
 
 void* EventConnectionPoint::FindInterface(REFIID iid) noexcept {
   if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IConnectionPoint)) {
@@ -51,11 +67,14 @@ STDMETHODIMP EventConnectionPoint::Unadvise(DWORD cookie) {
   return sinks_.Remove(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
 }
 
-// Hosts find their sinks by their own cookies; listing them is not offered.
 STDMETHODIMP EventConnectionPoint::EnumConnections(IEnumConnections** connections) {
   RETURN_HR_IF_NULL(E_POINTER, connections);
   *connections = nullptr;
-  return E_NOTIMPL;
+  try {
+    return ComEnumerator<ConnectionTraits>::Make(sinks_.Listed(), connections);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
 }
 
 }  // namespace nv::com

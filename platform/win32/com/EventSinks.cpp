@@ -12,12 +12,13 @@ DWORD EventSinks::Add(Microsoft::WRL::ComPtr<IDispatch> sink) {
 
 bool EventSinks::Remove(DWORD cookie) { return sinks_.erase(cookie) != 0; }
 
+std::vector<std::pair<DWORD, Microsoft::WRL::ComPtr<IDispatch>>> EventSinks::Listed() const {
+  return {sinks_.begin(), sinks_.end()};
+}
+
 void EventSinks::Raise(DISPID event) const {
-  std::vector<Microsoft::WRL::ComPtr<IDispatch>> listeners;
-  listeners.reserve(sinks_.size());
-  for (const auto& entry : sinks_) listeners.push_back(entry.second);
   DISPPARAMS none{};
-  for (const auto& sink : listeners) {
+  for (const auto& [cookie, sink] : Listed()) {
     sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr);
   }
 }

@@ -6,6 +6,8 @@
 #include <wrl/client.h>
 
 #include <map>
+#include <utility>
+#include <vector>
 
 namespace nv::com {
 
@@ -13,6 +15,8 @@ class EventSinks {
  public:
   DWORD Add(Microsoft::WRL::ComPtr<IDispatch> sink);
   bool Remove(DWORD cookie);
+  // The sinks advised now, by cookie, in the order they were advised.
+  std::vector<std::pair<DWORD, Microsoft::WRL::ComPtr<IDispatch>>> Listed() const;
   // Calls the event on each sink advised when it starts; a sink may unadvise meanwhile.
   // A sink's failure is its own: the others still hear the event.
   void Raise(DISPID event) const;

@@ -4,6 +4,7 @@
 
 #include <olectl.h>
 
+#include "platform/win32/com/ComEnumerator.h"
 #include "platform/win32/com/ComIdentity.h"
 #include "platform/win32/com/ComObject.h"
 #include "platform/win32/com/ComResult.h"
@@ -13,6 +14,17 @@ namespace nv::com {
 namespace {
 
 constexpr DISPID kCompleteEvent = 2;
+
+struct ConnectionPointTraits {
+  using Interface = IEnumConnectionPoints;
+  using Item = IConnectionPoint*;
+  using Entry = Microsoft::WRL::ComPtr<IConnectionPoint>;
+  static REFIID Iid() { return IID_IEnumConnectionPoints; }
+  static IConnectionPoint* Copy(const Entry& entry) {
+    entry->AddRef();
+    return entry.Get();
+  }
+};
 
 }  // namespace
 
@@ -64,19 +76,26 @@ STDMETHODIMP ExtractionChaineObject::FindConnectionPoint(REFIID iid, IConnection
   *point = nullptr;
   RETURN_HR_IF(CONNECT_E_NOCONNECTION, !IsEventInterfaceId(iid));
   try {
-    auto made = MakeComObject<EventConnectionPoint>(static_cast<IConnectionPointContainer*>(this), sinks_);
-    *point = made.Detach();
+    *point = MakeEventPoint().Detach();
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   }
   return S_OK;
 }
 
-// Hosts ask for the point of the interface they know; enumerating points is not offered.
+// The one point there is: the event interface's under its current identifier.
 STDMETHODIMP ExtractionChaineObject::EnumConnectionPoints(IEnumConnectionPoints** points) {
   RETURN_HR_IF_NULL(E_POINTER, points);
   *points = nullptr;
-  return E_NOTIMPL;
+  try {
+    return ComEnumerator<ConnectionPointTraits>::Make({MakeEventPoint()}, points);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+Microsoft::WRL::ComPtr<IConnectionPoint> ExtractionChaineObject::MakeEventPoint() {
+  return MakeComObject<EventConnectionPoint>(static_cast<IConnectionPointContainer*>(this), sinks_);
 }
 
 STDMETHODIMP ExtractionChaineObject::GetClassInfo(ITypeInfo** info) {

@@ -88,6 +88,8 @@ class ExtractionChaineObject : public _ExtractionChaine,
  private:
   template <typename Body>
   HRESULT Member(Body&& body) noexcept;
+  // A new connection point of the event interface; throws std::bad_alloc.
+  Microsoft::WRL::ComPtr<IConnectionPoint> MakeEventPoint();
 
   PluginTypeInfo typeInfo_;
   EventSinks sinks_;
