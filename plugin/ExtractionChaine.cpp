@@ -11,13 +11,9 @@ namespace nv {
 
 ExtractionChaine::ExtractionChaine() {
   ReadLanguageSetting();
-  // A host whose report writer cannot be made still gets an object it can describe and
-  // configure; execution tries again when it needs the writer, and reports the failure.
-  try {
-    Module().ReportWriterInstance = ModuleServices().CreateReportWriter();
-  } catch (const RuntimeError&) {
-    Module().ReportWriterInstance.reset();
-  }
+  // The new writer replaces the module's only once it exists: a creation that fails reaches
+  // the caller and leaves the earlier writer in place.
+  Module().ReportWriterInstance = ModuleServices().CreateReportWriter();
 }
 
 // The module's report writer goes with any object that ends; the next execution makes a new one.

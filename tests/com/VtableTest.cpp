@@ -6,6 +6,7 @@
 #include "platform/win32/com/WindowsSdk.h"
 #include "tests/com/PluginFixture.h"
 #include "tests/com/TestDispatch.h"
+#include "tests/hostcom/StandInServer.h"
 
 namespace nv::comtest {
 namespace {
@@ -61,19 +62,21 @@ TEST_F(Slots, BoutonKeepsTheHostObject) {
 }
 
 // RunT (whatever its argument), Run with a non-zero value and ExecuteTache all execute the
-// task. The host's classes are not registered for this suite, so execution stops at the
-// report writer, and each member reports that class's creation error; Run(0), which
-// executes nothing, succeeds (see Events).
+// task: each run stores the status of an ended run over the one written before it.
+// Run(0), which executes nothing, is checked with the events.
 TEST_F(Slots, ExecutionMembersRunTheTask) {
+  WriteTaskValue(L"Fonction", L"0");
+  WriteTaskValue(L"Separateur", L";");
+  WriteTaskValue(L"Fields.Count", L"1");
+  WriteTaskValue(L"Fields(1).Var", L"@A");
+  WriteTaskValue(L"Chaine", L"a");
   struct Execution { int slot; short data; };
   for (const Execution& e : {Execution{16, 0}, Execution{17, 5}, Execution{17, -1}, Execution{38, 0}}) {
     SCOPED_TRACE("slot " + std::to_string(e.slot) + " with " + std::to_string(e.data));
     Initialize(0);
-    const HRESULT hr = e.slot == 38 ? CallAt(38) : CallAt(e.slot, e.data);
-    EXPECT_EQ(hr, REGDB_E_CLASSNOTREG);
-    const ErrorRecord error = TakeErrorInfo();
-    EXPECT_EQ(error.source, kErrorSource);
-    EXPECT_NE(error.description.find(L"ReportWriter"), std::wstring::npos);
+    WriteTaskValue(L"Etat", L"0");
+    EXPECT_EQ(e.slot == 38 ? CallAt(38) : CallAt(e.slot, e.data), S_OK);
+    EXPECT_EQ(GetAt<LONG>(24), 2);
   }
 }
 
@@ -132,6 +135,8 @@ TEST_F(Slots, GetStatusReadsTheStoredStatus) {
 // registered, the members fail with the creation's HRESULT.
 TEST_F(Slots, HostClassMembersFailWithTheCreationError) {
   Initialize(0);
+  const hostcomtest::MissingHostClass noCatalogue(hostcomtest::kWrapperCatalogClass);
+  const hostcomtest::MissingHostClass noEditor(hostcomtest::kActionsEditorClass);
   for (const int slot : {25, 26, 28}) {
     com::UniqueBstr text;
     ExpectErrorInfo(CallAt(slot, text.put()), REGDB_E_CLASSNOTREG);

@@ -136,18 +136,39 @@ TEST_F(HostRun, FailuresEndTheRunWithStatusThreeAndTheirLine) {
 // Without its variables service the host cannot store: the run fails with the HRESULT of
 // the creation, and the call still returns S_OK.
 TEST_F(HostRun, AnUnregisteredVariablesServiceFailsTheRunNotTheCall) {
-  wchar_t classText[40] = {};
-  StringFromGUID2(kVariablesServiceClass, classText, 40);
-  ASSERT_EQ(RegDeleteTreeW(HKEY_CLASSES_ROOT, (std::wstring(L"CLSID\\") + classText).c_str()), ERROR_SUCCESS);
   WriteSplitTask(L"a;b", {L"@X", L"@Y"});
-  Execute();
-  EXPECT_EQ(RegisterStandIn(false), 0u);
+  {
+    const MissingHostClass missing(kVariablesServiceClass);
+    Execute();
+  }
   EXPECT_EQ(Status(), 3);
   const std::string report = Report();
   EXPECT_NE(report.find("Execution error #-2147221164 ,The host class VariablesService cannot be created"),
             std::string::npos)
       << report;
   EXPECT_EQ(Variable(L"X"), std::nullopt);
+}
+
+// Without its report writer the host cannot take a new object: creating it fails with the
+// class's error, and the writer that the objects already made report through stays theirs.
+TEST_F(HostRun, AnUnregisteredReportWriterFailsTheCreationAndKeepsTheEarlierWriter) {
+  WriteSplitTask(L"a;b", {L"@X", L"@Y"});
+  {
+    const MissingHostClass missing(kReportWriterClass);
+    CLSID classId{};
+    ASSERT_HRESULT_SUCCEEDED(CLSIDFromProgID(comtest::kProgId, &classId));
+    ComPtr<IDispatch> refused;
+    EXPECT_EQ(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, comtest::kInterfaceIds[0],
+                               reinterpret_cast<void**>(refused.GetAddressOf())),
+              REGDB_E_CLASSNOTREG);
+    EXPECT_EQ(refused, nullptr);
+    EXPECT_NE(comtest::TakeErrorInfo().description.find(L"ReportWriter"), std::wstring::npos);
+    Execute();
+  }
+  EXPECT_EQ(Status(), 2);
+  EXPECT_EQ(Variable(L"Y"), L"b");
+  // The refused creation had read the language setting (none here: French) before failing.
+  EXPECT_NE(Report().find("--> Ex\xc3\xa9" "cution du traitementT1\n"), std::string::npos) << Report();
 }
 
 // What the test window saw: how many Completes the sink had when its message ran.

@@ -24,4 +24,11 @@ std::wstring StandInPath() { return comtest::BesideTestProgram(L"nvhoststandin.d
 
 DWORD RegisterStandIn(bool unregister) { return comtest::RunRegsvr32(StandInPath(), unregister); }
 
+MissingHostClass::MissingHostClass(const CLSID& classId) {
+  const std::wstring key = L"CLSID\\" + comtest::GuidText(classId);
+  EXPECT_EQ(RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str()), ERROR_SUCCESS);
+}
+
+MissingHostClass::~MissingHostClass() { EXPECT_EQ(RegisterStandIn(false), 0u); }
+
 }  // namespace nv::hostcomtest

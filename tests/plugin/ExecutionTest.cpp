@@ -212,5 +212,24 @@ TEST_F(Execution, ReportWriterLivesWithTheObjects) {
   EXPECT_EQ(reportWritersMade, 5) << "execution makes one when the module has none";
 }
 
+TEST_F(Execution, AReportWriterThatCannotBeMadeFailsTheCreationAndKeepsTheEarlierOne) {
+  DefineTask(0, u"a;b", u";", {u"@A", u"@B"});
+  ExtractionChaine survivor;
+  const std::shared_ptr<ReportWriter> earlier = Module().ReportWriterInstance;
+  const std::int32_t classNotRegistered = static_cast<std::int32_t>(0x80040154);
+  reportWriterFailure = RuntimeError(classNotRegistered, u"The host class ReportWriter cannot be created");
+  try {
+    ExtractionChaine refused;
+    ADD_FAILURE() << "the object was made without a report writer";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), classNotRegistered);
+  }
+  EXPECT_EQ(Module().ReportWriterInstance, earlier) << "the failed creation replaced nothing";
+  survivor.InitializeProperties(u"T", u"S", 0);
+  survivor.ExecuteTache();
+  EXPECT_EQ(Variable(u"B"), u"b");
+  EXPECT_EQ(reportLines.size(), 1u) << "the run reports through the earlier writer";
+}
+
 }  // namespace
 }  // namespace nv::test

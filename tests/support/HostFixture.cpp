@@ -18,6 +18,7 @@ class HostTest::Services final : public HostServices {
   std::unique_ptr<ActionsEditor> CreateActionsEditor() override { return native_.CreateActionsEditor(); }
   void YieldToHost() override {}
   std::shared_ptr<ReportWriter> CreateReportWriter() override {
+    if (test_.reportWriterFailure) throw *test_.reportWriterFailure;
     ++test_.reportWritersMade;
     return std::make_shared<Recorder>(test_.reportLines);
   }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "common/Error.h"
 #include "host/NativeHostServices.h"
 #include "tests/support/TestRegistry.h"
 
@@ -40,6 +41,8 @@ class HostTest : public TaskContextTest {
 
   std::vector<ReportLine> reportLines;
   int reportWritersMade = 0;
+  // When set, the host's report writer cannot be made: creating one raises this error.
+  std::optional<RuntimeError> reportWriterFailure;
   ScriptedPrompt prompt;
 
  private:
