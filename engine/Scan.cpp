@@ -8,6 +8,8 @@
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
+#elif defined(__i386__) || defined(__x86_64__)
+#error "x86 builds scan with SSE2: build with -msse2"
 #endif
 
 namespace nv {
