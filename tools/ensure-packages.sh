@@ -8,5 +8,7 @@ done
 [ ${#missing[@]} -eq 0 ] && exit 0
 echo "installing: ${missing[*]}"
 SUDO=""; [ "$(id -u)" -ne 0 ] && SUDO="sudo"
-$SUDO apt-get update -qq
+# With i386 added for the 32-bit Wine, one index (the security suite's i386) may fail to
+# download; the install below says whether what it needs was there.
+$SUDO apt-get update -qq || true
 DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
