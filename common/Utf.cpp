@@ -99,15 +99,18 @@ Text FromUtf8(std::string_view bytes) {
   return out;
 }
 
-bool IsUtf8(std::string_view bytes) {
-  for (std::size_t i = 0; i < bytes.size();) {
+std::size_t Utf8ValidLength(std::string_view bytes) {
+  std::size_t i = 0;
+  while (i < bytes.size()) {
     char32_t c;
     const std::size_t length = DecodeOne(bytes, i, c);
-    if (length == 0) return false;
+    if (length == 0) break;
     i += length;
   }
-  return true;
+  return i;
 }
+
+bool IsUtf8(std::string_view bytes) { return Utf8ValidLength(bytes) == bytes.size(); }
 
 Text FromCp1252(std::string_view bytes) {
   Text out;

@@ -17,6 +17,8 @@ Text FromUtf8(std::string_view bytes);
 
 // True when the bytes are well-formed UTF-8 (surrogate forms allowed, as written above).
 bool IsUtf8(std::string_view bytes);
+// How many bytes at the start are well-formed UTF-8: the offset of the first bad byte.
+std::size_t Utf8ValidLength(std::string_view bytes);
 
 // Windows-1252, the ANSI code page of the host's French and English systems.
 Text FromCp1252(std::string_view bytes);

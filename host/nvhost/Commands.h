@@ -2,6 +2,7 @@
 // The commands of nvhost. Each takes the words after its own name and returns the exit
 // status; usage mistakes are raised as UsageError.
 #include <cstdint>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ struct Command {
   const char* name;
   const char* usage;    // shown by --help and on a usage error
   const char* summary;  // one line for the general help
+  const char* help;     // the long help: options with their meaning, an example
   int (*run)(Session& session, const Words& words);
 };
 
@@ -31,6 +33,8 @@ int RunDescribeCommand(Session& session, const Words& words);
 int RunActionsCommand(Session& session, const Words& words);
 int RunActionCommand(Session& session, const Words& words);
 int RunEditCommand(Session& session, const Words& words);
+int RunTaskCommand(Session& session, const Words& words);
+int RunCheckCommand(Session& session, const Words& words);
 
 // The --lang language, or else the configured one (the registry is open by then).
 std::int32_t TaskLanguage(const Arguments& arguments);
@@ -46,7 +50,11 @@ void InitializeForTask(Plugin& plugin, const Arguments& arguments) {
 // "fr" or "en" as the language offset.
 std::int32_t ParseLanguageOption(const std::string& language);
 
+// Whether the words (before a "--") ask for help.
+bool AsksForHelp(const Words& words);
 // True (after printing the usage) when the words ask for help.
 bool PrintedHelp(Session& session, const Words& words, const char* usage);
+// The usage line, the long help and the exit statuses.
+void PrintCommandHelp(std::ostream& out, const Command& command);
 
 }  // namespace nv

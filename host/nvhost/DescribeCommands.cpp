@@ -8,6 +8,7 @@
 #include "host/RegistryActionsEditor.h"
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
+#include "host/nvhost/TaskLookup.h"
 #include "plugin/ExtractionChaine.h"
 #include "store/ActionsLayout.h"
 #include "store/ModuleState.h"
@@ -18,10 +19,10 @@ namespace {
 // describe and actions: the plug-in set up for one task as the host sets it up, and the
 // text that `produce` asks of it.
 int PrintTaskText(Session& session, const Words& words, const char* usage, Text (PluginClient::*produce)()) {
-  if (PrintedHelp(session, words, usage)) return 0;
   const Arguments arguments = ParseArguments(words, {"--lang"}, {});
   RequirePositional(arguments, 2, usage);
-  const std::unique_ptr<PluginClient> plugin = session.CreatePlugin();
+  const std::unique_ptr<PluginClient> plugin =
+      session.CreatePluginForTask(arguments.positional[0], arguments.positional[1]);
   InitializeForTask(*plugin, arguments);
   session.Out() << ToUtf8(((*plugin).*produce)()) << "\n";
   return 0;
@@ -70,11 +71,12 @@ int RunActionCommand(Session& session, const Words& words) {
   constexpr const char* usage =
       "action add|modify|delete SCENARIO TASK KIND [--go 0|1] [--loop 0|1] [--dest D] [--var V] [--ope 0..5] "
       "[--check 0|1] [--value X]";
-  if (PrintedHelp(session, words, usage)) return 0;
   const Arguments arguments =
       ParseArguments(words, {"--go", "--loop", "--dest", "--var", "--ope", "--check", "--value", "--lang"}, {});
   if (arguments.positional.size() != 4) throw UsageError("usage: " + std::string(usage));
   const std::string& verb = arguments.positional[0];
+  if (verb != "add" && verb != "modify" && verb != "delete")
+    throw UsageError("action needs add, modify or delete, not '" + verb + "'");
   const Text scenario = FromUtf8(arguments.positional[1]);
   const Text task = FromUtf8(arguments.positional[2]);
   ActionValues values;
@@ -86,7 +88,7 @@ int RunActionCommand(Session& session, const Words& words) {
   values.ope = NumberOption(arguments, "--ope", 5);
   values.check = NumberOption(arguments, "--check", 1);
   values.value = TextOption(arguments, "--value");
-  session.OpenRegistry();
+  RequireTask(session.OpenExistingRegistry(), arguments.positional[1], arguments.positional[2]);
   session.Prompt().Answer(values);
 
   // The same editor that the plug-in drives, prepared as the plug-in prepares it.

@@ -1,4 +1,5 @@
 // edit: the task dialog, run headless with its real objects; the options play the user.
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <string>
@@ -12,15 +13,19 @@
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
 #include "plugin/ExtractionChaine.h"
+#include "host/nvhost/ExitCodes.h"
+#include "host/nvhost/TaskLookup.h"
 #include "store/ModuleState.h"
+#include "store/TaskStore.h"
+#include "store/Texts.h"
 
 namespace nv {
 namespace {
 
 constexpr const char* kUsage =
     "edit SCENARIO TASK [--new] [--lang fr|en] [--function split|substrings|find] [--string S] "
-    "[--separator S | --separator-choice N] [--mask M] [--filter F] [--case-sensitive] [--trim] "
-    "[--field @VAR]... (substrings: --field @VAR:START:END[:SHOWSEP]) [--comment C] [--preview] "
+    "[--separator S | --separator-choice N] [--mask M] [--filter F] [--case-sensitive on|off] [--trim on|off] "
+    "[--field @VAR]... (substrings: --field @VAR:START:END[:SHOWSEP]) [--no-fields] [--comment C] [--preview] "
     "[--confirm|--apply|--cancel]";
 
 // What the user does in the dialog, checked before anything is opened.
@@ -31,9 +36,10 @@ struct UserPlay {
   std::optional<std::size_t> separatorChoice;
   std::optional<Text> mask;
   std::optional<Text> filter;
-  bool caseSensitive = false;
-  bool trim = false;
+  std::optional<bool> caseSensitive;
+  std::optional<bool> trim;
   std::vector<std::string> fields;
+  bool fieldsGiven = false;  // --field or --no-fields: the grid is replaced
   std::optional<Text> comment;
   bool preview = false;
   std::string button = "--confirm";
@@ -44,6 +50,32 @@ struct UserPlay {
 std::optional<Text> TextOption(const Arguments& arguments, const std::string& option) {
   const auto value = arguments.Value(option);
   return value ? std::optional<Text>(FromUtf8(*value)) : std::nullopt;
+}
+
+std::optional<bool> OnOffOption(const Arguments& arguments, const std::string& option) {
+  const auto value = arguments.Value(option);
+  if (!value) return std::nullopt;
+  if (*value == "on") return true;
+  if (*value == "off") return false;
+  throw UsageError(option + " takes on or off, not '" + *value + "'");
+}
+
+// The options of one function's editor; the others would be silently lost, so they are refused.
+void RefuseForeignOptions(const Arguments& arguments, std::int16_t function) {
+  static const std::map<std::string, std::vector<std::int16_t>> owners = {
+      {"--separator", {FunctionCode::Split, FunctionCode::Substrings}},
+      {"--separator-choice", {FunctionCode::Split, FunctionCode::Substrings}},
+      {"--mask", {FunctionCode::FindValues}},
+      {"--filter", {FunctionCode::FindValues}},
+      {"--case-sensitive", {FunctionCode::FindValues}},
+      {"--trim", {FunctionCode::FindValues}}};
+  static const char* const names[] = {"split", "substrings", "find"};
+  for (const auto& [option, functions] : owners) {
+    if (!arguments.Value(option)) continue;
+    if (std::find(functions.begin(), functions.end(), function) == functions.end())
+      throw UsageError(option + " does not belong to the function " +
+                       (function >= 0 && function <= 2 ? names[function] : std::to_string(function)));
+  }
 }
 
 UserPlay ReadPlay(const Arguments& arguments) {
@@ -66,9 +98,11 @@ UserPlay ReadPlay(const Arguments& arguments) {
   }
   play.mask = TextOption(arguments, "--mask");
   play.filter = TextOption(arguments, "--filter");
-  play.caseSensitive = arguments.Has("--case-sensitive");
-  play.trim = arguments.Has("--trim");
+  play.caseSensitive = OnOffOption(arguments, "--case-sensitive");
+  play.trim = OnOffOption(arguments, "--trim");
   play.fields = arguments.Values("--field");
+  if (arguments.Has("--no-fields") && !play.fields.empty()) throw UsageError("give --field or --no-fields, not both");
+  play.fieldsGiven = arguments.Has("--no-fields") || !play.fields.empty();
   play.comment = TextOption(arguments, "--comment");
   play.preview = arguments.Has("--preview");
   int buttons = 0;
@@ -81,8 +115,10 @@ UserPlay ReadPlay(const Arguments& arguments) {
   if (buttons > 1) throw UsageError("press one of --confirm, --apply and --cancel");
   play.buttonGiven = buttons == 1;
   play.anythingPlayed = play.function || play.chaine || play.separator || play.separatorChoice || play.mask ||
-                        play.filter || play.caseSensitive || play.trim || !play.fields.empty() || play.comment ||
+                        play.filter || play.caseSensitive || play.trim || play.fieldsGiven || play.comment ||
                         play.preview;
+  // A preview is a look: without a button it leaves with Cancel.
+  if (!play.buttonGiven && play.preview) play.button = "--cancel";
   return play;
 }
 
@@ -110,18 +146,25 @@ LigneExtraction ParseLine(const std::string& field) {
   return {FromUtf8(parts[0]), FromUtf8(parts[1]), FromUtf8(parts[2]), BooleanText(showSep)};
 }
 
-std::vector<Text> ParseVariables(const std::vector<std::string>& fields) {
-  std::vector<Text> variables;
-  for (const std::string& field : fields) variables.push_back(FromUtf8(field));
-  return variables;
-}
-
 void TypeInto(TextBoxVar& box, const std::optional<Text>& text) {
   if (text) box.Type(*text);
 }
 
-void Check(CheckBox& box, bool wanted) {
-  if (wanted && box.Value == 0) box.Click();
+void Check(CheckBox& box, const std::optional<bool>& wanted) {
+  if (wanted && *wanted != (box.Value != 0)) box.Click();
+}
+
+// Split and find: the field rows made by the up-down, then each variable typed into its cell
+// as a user types it (the grid checks it and trims it).
+void TypeRowFields(RowFieldsEditor& editor, const UserPlay& play) {
+  if (!play.fieldsGiven) return;
+  FlexGrid& grid = editor.NovraFlexGrid1;
+  while (grid.Rows() > 1) editor.UpDown1.ClickDown();
+  for (const std::string& field : play.fields) {
+    editor.UpDown1.ClickUp();
+    grid.EnterCell(grid.Rows() - 1, 2);
+    grid.EditCell(FromUtf8(field));
+  }
 }
 
 void PlaySeparator(SeparatorGroup& group, const UserPlay& play) {
@@ -151,7 +194,7 @@ void Play(FrmExtractionChaine& form, const UserPlay& play, std::ostream& out) {
       FrameSplit& editor = form.FrameSplit1;
       TypeInto(editor.txtChaine, play.chaine);
       PlaySeparator(editor, play);
-      if (!play.fields.empty()) editor.SetColonnes(ParseVariables(play.fields));
+      TypeRowFields(editor, play);
       if (play.preview) {
         editor.btnPreview.Click();
         PrintRows(out, editor.NovraFlexGrid1);
@@ -162,7 +205,7 @@ void Play(FrmExtractionChaine& form, const UserPlay& play, std::ostream& out) {
       FrameExtraction& editor = form.FrameExtraction1;
       TypeInto(editor.txtChaine, play.chaine);
       PlaySeparator(editor, play);
-      if (!play.fields.empty()) {
+      if (play.fieldsGiven) {
         FlexGrid& grid = editor.NovraFlexGrid1;
         while (grid.Cols() > 1) {
           grid.SetCol(grid.Cols() - 1);
@@ -171,6 +214,11 @@ void Play(FrmExtractionChaine& form, const UserPlay& play, std::ostream& out) {
         std::vector<LigneExtraction> lines;
         for (const std::string& field : play.fields) lines.push_back(ParseLine(field));
         editor.SetLignes(lines);
+        // The variable typed into its cell, as the user does: checked and trimmed by the grid.
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+          grid.EnterCell(ExtractionRow::Variable, static_cast<std::int32_t>(i + 1));
+          grid.EditCell(lines[i][ExtractionRow::Variable]);
+        }
       }
       if (play.preview) {
         editor.btnPreview.Click();
@@ -185,7 +233,7 @@ void Play(FrmExtractionChaine& form, const UserPlay& play, std::ostream& out) {
       TypeInto(editor.txtFiltre, play.filter);
       Check(editor.chkCaseSensitive, play.caseSensitive);
       Check(editor.chkTrim, play.trim);
-      if (!play.fields.empty()) editor.SetColonnes(ParseVariables(play.fields));
+      TypeRowFields(editor, play);
       if (play.preview) {
         editor.btnPreview.Click();
         PrintRows(out, editor.NovraFlexGrid1);
@@ -210,30 +258,48 @@ class DialogsInUse {
   DialogsInUse& operator=(const DialogsInUse&) = delete;
 };
 
+// The function the dialog will show: the one asked for, else the stored one, else the
+// dialog's first.
+std::int16_t ChosenFunction(const Arguments& arguments, const UserPlay& play) {
+  if (play.function) return *play.function;
+  if (arguments.Has("--new")) return FunctionCode::Split;
+  SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), TasksKeyPath(FromUtf8(arguments.positional[0])));
+  TaskDefinition definition;
+  LoadTaskDefinition(FromUtf8(arguments.positional[1]), definition);
+  return definition.Fonction;
+}
+
 }  // namespace
 
 int RunEditCommand(Session& session, const Words& words) {
-  if (PrintedHelp(session, words, kUsage)) return 0;
   const Arguments arguments =
       ParseArguments(words,
                      {"--lang", "--function", "--string", "--separator", "--separator-choice", "--mask", "--filter",
-                      "--field", "--comment"},
-                     {"--new", "--case-sensitive", "--trim", "--preview", "--confirm", "--apply", "--cancel"});
+                      "--field", "--comment", "--case-sensitive", "--trim"},
+                     {"--new", "--no-fields", "--preview", "--confirm", "--apply", "--cancel"});
   RequirePositional(arguments, 2, kUsage);
   const UserPlay play = ReadPlay(arguments);
   for (const std::string& field : play.fields) {
     if (play.function == FunctionCode::Substrings) ParseLine(field);
   }
+  if (arguments.Has("--new")) {
+    session.OpenRegistry();
+  } else {
+    RequireTask(session.OpenExistingRegistry(), arguments.positional[0], arguments.positional[1]);
+  }
+  const std::int16_t function = ChosenFunction(arguments, play);
+  RefuseForeignOptions(arguments, function);
+  if (function == FunctionCode::Substrings && !play.function) {
+    for (const std::string& field : play.fields) ParseLine(field);
+  }
   // On a screen, with no button to press, the person at it plays the user.
-  if (!play.buttonGiven && session.Platform().ShowsWindows()) {
-    if (play.anythingPlayed) throw UsageError("options that play the user need --confirm, --apply or --cancel");
+  if (!play.buttonGiven && !play.anythingPlayed && session.Platform().ShowsWindows()) {
     const std::unique_ptr<PluginClient> plugin = session.CreatePlugin();
     InitializeForTask(*plugin, arguments);
     if (arguments.Has("--new")) plugin->SetWorkingMode(0);
     const std::int32_t mode = plugin->ShowWrapper();
-    return mode == 1 ? 0 : 1;
+    return mode == 1 ? ExitCode::Success : ExitCode::NotFound;
   }
-  session.OpenRegistry();
   RecordingUiServices ui;
   HeadlessDialogPresenter presenter(ui, [&](FrmExtractionChaine& form) { Play(form, play, session.Out()); });
   const DialogsInUse dialogs(presenter);
@@ -241,8 +307,18 @@ int RunEditCommand(Session& session, const Words& words) {
   InitializeForTask(plugin, arguments);
   if (arguments.Has("--new")) plugin.SetWorkingMode(0);
   plugin.ShowWrapper();
-  for (const RecordingUiServices::Message& message : ui.Messages) session.Out() << ToUtf8(message.Prompt) << "\n";
-  return ui.Messages.empty() ? 0 : 2;
+  // Message 603 is the grid's warning: the dialog goes on after it.
+  const Text warning = LoadText(603);
+  bool stopped = false;
+  for (const RecordingUiServices::Message& message : ui.Messages) {
+    if (message.Prompt == warning) {
+      session.Err() << "warning: " << ToUtf8(message.Prompt) << "\n";
+    } else {
+      session.Out() << ToUtf8(message.Prompt) << "\n";
+      stopped = true;
+    }
+  }
+  return stopped ? ExitCode::DialogMessage : ExitCode::Success;
 }
 
 }  // namespace nv

@@ -1,25 +1,16 @@
-#include <fstream>
-#include <iterator>
-
 #include "common/Utf.h"
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
+#include "host/nvhost/ExitCodes.h"
+#include "host/nvhost/ValueInput.h"
 #include "host/regfile/RegFile.h"
 #include "store/RegistryKey.h"
 
 namespace nv {
 namespace {
 
-std::string ReadWholeFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot open " + path);
-  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  if (in.bad()) throw std::runtime_error("cannot read " + path);
-  return bytes;
-}
-
 int Import(Session& session, const std::string& file) {
-  const std::vector<RegFileOperation> operations = ParseRegFile(ReadWholeFile(file));
+  const std::vector<RegFileOperation> operations = ParseRegFile(ReadInputBytes(file));
   ApplyRegFile(session.OpenRegistry(), operations);
   return 0;
 }
@@ -27,11 +18,11 @@ int Import(Session& session, const std::string& file) {
 int Export(Session& session, const std::string& keyText, const std::string* file) {
   const auto path = ParseKeyPath(FromUtf8(keyText));
   if (!path) throw UsageError("'" + keyText + "' is not a registry key (HKEY_LOCAL_MACHINE\\...)");
-  Registry& registry = session.OpenRegistry();
+  Registry& registry = session.OpenExistingRegistry();
   UniqueRegKey key;
   if (OpenUniqueKey(registry, path->root, path->subKey, RegAccess::Read, key) != RegError::Success) {
     session.Err() << "nvhost reg: no key " << keyText << "\n";
-    return 1;
+    return ExitCode::NotFound;
   }
   key.Reset();
   // A file is written as regedit writes one (UTF-16 with a byte-order mark); the
@@ -41,18 +32,14 @@ int Export(Session& session, const std::string& keyText, const std::string* file
     session.Out() << bytes;
     return 0;
   }
-  std::ofstream out(*file, std::ios::binary | std::ios::trunc);
-  out << bytes;
-  out.close();
-  if (!out) throw std::runtime_error("cannot write " + *file);
+  WriteOutputBytes(*file, bytes);
   return 0;
 }
 
 }  // namespace
 
 int RunRegCommand(Session& session, const Words& words) {
-  constexpr const char* usage = "reg import FILE.reg | reg export KEY [FILE]";
-  if (PrintedHelp(session, words, usage)) return 0;
+  constexpr const char* usage = "reg import FILE.reg|- | reg export KEY [FILE]";
   const Arguments arguments = ParseArguments(words, {}, {});
   const auto& p = arguments.positional;
   if (p.empty()) throw UsageError("reg needs import or export");

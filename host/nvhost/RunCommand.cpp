@@ -1,21 +1,116 @@
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <random>
+
+#include "common/Conversions.h"
 #include "common/Utf.h"
+#include "host/ScenarioVariables.h"
+#include "host/StoredValue.h"
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
+#include "host/nvhost/ExitCodes.h"
+#include "host/nvhost/JsonWriter.h"
+#include "store/RegistryKey.h"
 
 namespace nv {
+namespace {
+
+using VariableValues = std::map<Text, Text>;
+
+VariableValues ReadVariables(Registry& registry, const Text& scenario) {
+  VariableValues values;
+  const ReadingScope reading(registry);
+  UniqueRegKey key;
+  if (OpenUniqueKey(registry, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::Read, key) !=
+      RegError::Success)
+    return values;
+  Text name;
+  std::uint32_t type = 0;
+  std::vector<std::uint8_t> data;
+  for (std::uint32_t index = 0; registry.EnumValue(key.Get(), index, name, type, data) == RegError::Success; ++index) {
+    if (const auto value = ReadStoredValue(registry, key.Get(), name)) values[name] = ToText(*value);
+  }
+  return values;
+}
+
+std::uintmax_t FileSize(const std::string& path) {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  return error ? 0 : size;
+}
+
+// The lines a report file gained since it had `from` bytes.
+std::vector<std::string> ReportLinesSince(const std::string& path, std::uintmax_t from) {
+  std::ifstream in(path, std::ios::binary);
+  std::vector<std::string> lines;
+  if (!in) return lines;
+  in.seekg(static_cast<std::streamoff>(from));
+  std::string line;
+  while (std::getline(in, line)) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    lines.push_back(JsonString(line));
+  }
+  return lines;
+}
+
+// A report file of this run's own, removed after it.
+class TemporaryReport {
+ public:
+  TemporaryReport()
+      : path_((std::filesystem::temp_directory_path() /
+               ("nvhost-report-" + std::to_string(std::random_device()()) + ".log"))
+                  .string()) {}
+  ~TemporaryReport() {
+    std::error_code error;
+    std::filesystem::remove(path_, error);
+  }
+  TemporaryReport(const TemporaryReport&) = delete;
+  TemporaryReport& operator=(const TemporaryReport&) = delete;
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+}  // namespace
 
 int RunRunCommand(Session& session, const Words& words) {
-  constexpr const char* usage = "run SCENARIO TASK [--report FILE] [--lang fr|en]";
-  if (PrintedHelp(session, words, usage)) return 0;
-  const Arguments arguments = ParseArguments(words, {"--report", "--lang"}, {});
+  constexpr const char* usage = "run SCENARIO TASK [--report FILE] [--lang fr|en] [--json]";
+  const Arguments arguments = ParseArguments(words, {"--report", "--lang"}, {"--json"});
   RequirePositional(arguments, 2, usage);
-  const std::unique_ptr<PluginClient> plugin = session.CreatePlugin();
+  const bool json = arguments.Has("--json");
+  const Text scenario = FromUtf8(arguments.positional[0]);
+  const std::unique_ptr<PluginClient> plugin = session.CreatePluginForTask(arguments.positional[0], arguments.positional[1]);
   InitializeForTask(*plugin, arguments);
-  plugin->SetReportFilePath(FromUtf8(arguments.Value("--report").value_or("")));
+
+  std::optional<TemporaryReport> ownReport;
+  std::string report = arguments.Value("--report").value_or("");
+  if (json && report.empty()) report = ownReport.emplace().Path();
+  const std::uintmax_t reportStart = json ? FileSize(report) : 0;
+  const VariableValues before = json ? ReadVariables(session.OpenRegistry(), scenario) : VariableValues();
+
+  plugin->SetReportFilePath(FromUtf8(report));
   plugin->ExecuteTache();
   const std::int32_t status = plugin->GetStatus();
-  session.Out() << status << "\n";
-  return status == 2 ? 0 : status == 3 ? 3 : 1;
+  if (json) {
+    std::vector<std::string> changed;
+    for (const auto& [name, value] : ReadVariables(session.OpenRegistry(), scenario)) {
+      const auto old = before.find(name);
+      if (old == before.end() || old->second != value) changed.push_back(JsonMember(ToUtf8(name), JsonString(value)));
+    }
+    session.Out() << JsonObject({JsonMember("scenario", JsonString(arguments.positional[0])),
+                                 JsonMember("task", JsonString(arguments.positional[1])),
+                                 JsonMember("status", std::to_string(status)),
+                                 JsonMember("report", JsonArray(ReportLinesSince(report, reportStart))),
+                                 JsonMember("variables", JsonObject(changed))})
+                  << "\n";
+  } else {
+    session.Out() << status << "\n";
+  }
+  return status == 2 ? ExitCode::Success : status == 3 ? ExitCode::FailedRun : ExitCode::IoError;
 }
 
 }  // namespace nv

@@ -1,6 +1,10 @@
 #include "host/nvhost/Session.h"
 
+#include <filesystem>
 #include <ostream>
+
+#include "host/nvhost/ExitCodes.h"
+#include "host/nvhost/TaskLookup.h"
 
 #include "store/ModuleState.h"
 
@@ -25,6 +29,20 @@ Registry& Session::OpenRegistry() {
     Module().PlatformServices = services_.get();
   }
   return *registry_;
+}
+
+Registry& Session::OpenExistingRegistry() {
+  if (!registry_ && platform_.UsesHiveFile()) {
+    std::error_code error;
+    if (!std::filesystem::exists(std::filesystem::path(hivePath_), error))
+      throw NotFoundError("no hive " + hivePath_ + " (it is made by the first command that writes)");
+  }
+  return OpenRegistry();
+}
+
+std::unique_ptr<PluginClient> Session::CreatePluginForTask(const std::string& scenario, const std::string& task) {
+  RequireTask(OpenExistingRegistry(), scenario, task);
+  return platform_.CreatePlugin();
 }
 
 std::unique_ptr<PluginClient> Session::CreatePlugin() {

@@ -19,6 +19,11 @@ class Session {
   // Opens the registry and makes it, with the stand-in services, the module's platform; a
   // bad hive is raised.
   Registry& OpenRegistry();
+  // The same for a command that only reads: a hive file that does not exist is not created
+  // but reported (NotFoundError).
+  Registry& OpenExistingRegistry();
+  // A new plug-in object for SCENARIO TASK that must exist (NotFoundError otherwise).
+  std::unique_ptr<PluginClient> CreatePluginForTask(const std::string& scenario, const std::string& task);
   // A new plug-in object, over the open registry.
   std::unique_ptr<PluginClient> CreatePlugin();
   HostPlatform& Platform() { return platform_; }

@@ -1,34 +1,131 @@
+// var: scenario variables read, written, listed and removed, values byte for byte.
 #include "common/Conversions.h"
 #include "common/Utf.h"
 #include "host/ScenarioVariables.h"
+#include "host/StoredValue.h"
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
+#include "host/nvhost/ExitCodes.h"
+#include "host/nvhost/JsonWriter.h"
+#include "host/nvhost/ValueInput.h"
+#include "store/RegistryKey.h"
 
 namespace nv {
+namespace {
+
+constexpr const char* kUsage =
+    "var get SCENARIO NAME [--output PATH] [--json] | var set SCENARIO NAME VALUE|--file PATH|- | "
+    "var list SCENARIO [--json] | var unset SCENARIO NAME";
+
+void RefuseOptions(const Arguments& arguments, std::initializer_list<const char*> options, const std::string& verb) {
+  for (const char* option : options) {
+    if (arguments.Value(option) || arguments.Has(option))
+      throw UsageError(std::string(option) + " does not belong to var " + verb);
+  }
+}
+
+int Get(Session& session, const Arguments& arguments) {
+  RequirePositional(arguments, 3, kUsage);
+  RefuseOptions(arguments, {"--file"}, "get");
+  const auto& p = arguments.positional;
+  ScenarioVariables variables(session.OpenExistingRegistry());
+  const auto value = variables.Get(FromUtf8(p[1]), FromUtf8(p[2]));
+  if (!value) {
+    session.Err() << "nvhost var: scenario " << p[1] << " has no variable " << p[2] << "\n";
+    return ExitCode::NotFound;
+  }
+  const Text text = ToText(*value);
+  if (arguments.Has("--json")) {
+    session.Out() << JsonObject({JsonMember("scenario", JsonString(p[1])), JsonMember("name", JsonString(p[2])),
+                                 JsonMember("value", JsonString(text))})
+                  << "\n";
+  }
+  if (const auto output = arguments.Value("--output")) {
+    WriteOutputBytes(*output, ToUtf8(text));
+  } else if (!arguments.Has("--json")) {
+    session.Out() << ToUtf8(text) << "\n";
+  }
+  return ExitCode::Success;
+}
+
+int Set(Session& session, const Arguments& arguments) {
+  RefuseOptions(arguments, {"--output", "--json"}, "set");
+  const auto& p = arguments.positional;
+  const auto file = arguments.Value("--file");
+  if (p.size() != (file ? 3u : 4u)) throw UsageError("usage: var set SCENARIO NAME VALUE|--file PATH|-");
+  Text value;
+  if (file) {
+    value = DecodeUtf8Input(ReadInputBytes(*file), *file);
+  } else if (p[3] == "-") {
+    value = DecodeUtf8Input(ReadInputBytes("-"), "standard input");
+  } else {
+    value = FromUtf8(p[3]);
+  }
+  ScenarioVariables(session.OpenRegistry()).Set(FromUtf8(p[1]), FromUtf8(p[2]), value);
+  return ExitCode::Success;
+}
+
+int List(Session& session, const Arguments& arguments) {
+  RequirePositional(arguments, 2, kUsage);
+  RefuseOptions(arguments, {"--file", "--output"}, "list");
+  Registry& registry = session.OpenExistingRegistry();
+  const ReadingScope reading(registry);
+  const bool json = arguments.Has("--json");
+  std::vector<std::string> entries;
+  UniqueRegKey key;
+  if (OpenUniqueKey(registry, RegRoot::LocalMachine, VariablesKeyPath(FromUtf8(arguments.positional[1])),
+                    RegAccess::Read, key) == RegError::Success) {
+    Text name;
+    std::uint32_t type = 0;
+    std::vector<std::uint8_t> data;
+    for (std::uint32_t index = 0; registry.EnumValue(key.Get(), index, name, type, data) == RegError::Success;
+         ++index) {
+      if (!json) {
+        session.Out() << ToUtf8(name) << "\n";
+        continue;
+      }
+      const auto value = ReadStoredValue(registry, key.Get(), name);
+      entries.push_back(JsonObject({JsonMember("name", JsonString(name)),
+                                    JsonMember("value", JsonString(value ? ToText(*value) : Text()))}));
+    }
+  }
+  if (json) {
+    session.Out() << JsonObject({JsonMember("scenario", JsonString(arguments.positional[1])),
+                                 JsonMember("variables", JsonArray(entries))})
+                  << "\n";
+  }
+  return ExitCode::Success;
+}
+
+int Unset(Session& session, const Arguments& arguments) {
+  RequirePositional(arguments, 3, kUsage);
+  RefuseOptions(arguments, {"--file", "--output", "--json"}, "unset");
+  const auto& p = arguments.positional;
+  Registry& registry = session.OpenExistingRegistry();
+  UniqueRegKey key;
+  RegStatus status =
+      OpenUniqueKey(registry, RegRoot::LocalMachine, VariablesKeyPath(FromUtf8(p[1])), RegAccess::ReadWrite, key);
+  if (status == RegError::Success) status = registry.DeleteValue(key.Get(), FromUtf8(p[2]));
+  if (status == RegError::FileNotFound) {
+    session.Err() << "nvhost var: scenario " << p[1] << " has no variable " << p[2] << "\n";
+    return ExitCode::NotFound;
+  }
+  if (status != RegError::Success)
+    throw std::runtime_error("cannot remove the variable " + p[2] + " (registry error " + std::to_string(status) + ")");
+  return ExitCode::Success;
+}
+
+}  // namespace
 
 int RunVarCommand(Session& session, const Words& words) {
-  constexpr const char* usage = "var get SCENARIO NAME | var set SCENARIO NAME VALUE";
-  if (PrintedHelp(session, words, usage)) return 0;
-  const Arguments arguments = ParseArguments(words, {}, {});
+  const Arguments arguments = ParseArguments(words, {"--file", "--output"}, {"--json"});
   const auto& p = arguments.positional;
-  if (p.empty()) throw UsageError("var needs get or set");
-  ScenarioVariables variables(session.OpenRegistry());
-  if (p[0] == "get") {
-    RequirePositional(arguments, 3, usage);
-    const auto value = variables.Get(FromUtf8(p[1]), FromUtf8(p[2]));
-    if (!value) {
-      session.Err() << "nvhost var: scenario " << p[1] << " has no variable " << p[2] << "\n";
-      return 1;
-    }
-    session.Out() << ToUtf8(ToText(*value)) << "\n";
-    return 0;
-  }
-  if (p[0] == "set") {
-    RequirePositional(arguments, 4, usage);
-    variables.Set(FromUtf8(p[1]), FromUtf8(p[2]), FromUtf8(p[3]));
-    return 0;
-  }
-  throw UsageError("var needs get or set, not '" + p[0] + "'");
+  if (p.empty()) throw UsageError("var needs get, set, list or unset");
+  if (p[0] == "get") return Get(session, arguments);
+  if (p[0] == "set") return Set(session, arguments);
+  if (p[0] == "list") return List(session, arguments);
+  if (p[0] == "unset") return Unset(session, arguments);
+  throw UsageError("var needs get, set, list or unset, not '" + p[0] + "'");
 }
 
 }  // namespace nv

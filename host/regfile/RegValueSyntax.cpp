@@ -66,12 +66,18 @@ Text ReadQuoted(RegLineCursor& cursor) {
       continue;
     }
     if (cursor.AtEnd()) cursor.Fail("a quoted string has no closing quote");
+    // regedit writes line breaks and zeros inside a text as these escapes.
     const char16_t escaped = cursor.Next();
-    if (escaped != u'\\' && escaped != u'"') {
-      cursor.Fail("unknown escape \\" + ToUtf8(TextView(&escaped, 1)) +
-                  " in a quoted string (only \\\\ and \\\" are allowed)");
+    switch (escaped) {
+      case u'\\':
+      case u'"': text.push_back(escaped); break;
+      case u'r': text.push_back(u'\r'); break;
+      case u'n': text.push_back(u'\n'); break;
+      case u'0': text.push_back(u'\0'); break;
+      default:
+        cursor.Fail("unknown escape \\" + ToUtf8(TextView(&escaped, 1)) +
+                    " in a quoted string (\\\\, \\\", \\r, \\n and \\0 are allowed)");
     }
-    text.push_back(escaped);
   }
 }
 

@@ -122,12 +122,12 @@ nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA' "$work/all.reg" && ok || ko "e
 NVEXTCH_HIVE="$work/copy.db" nv reg import "$work/all.reg" && ok || ko "import the export"
 cmp <(nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA') <(NVEXTCH_HIVE="$work/copy.db" nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA') && ok || ko "export-then-import reproduces the key"
 printf 'Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\NOVRA\\Scenarios\\Demo\\Variables]\r\n"Zip"="99999"\r\n"Bad"=dword:xyz\r\n' >"$work/bad.reg"
-expect_exit "malformed file" 1 reg import "$work/bad.reg"
+expect_exit "malformed file" 5 reg import "$work/bad.reg"
 grep -q 'line 5' "$work/err" && ok || ko "the line of the fault: $(cat "$work/err")"
 var_is Zip 75001
 if hive_checks; then
   printf 'not a hive at all' >"$work/text.db"
-  expect_exit "a file that is no hive" 1 --hive "$work/text.db" var get Demo Zip
+  expect_exit "a file that is no hive" 5 --hive "$work/text.db" var get Demo Zip
   [ "$(cat "$work/text.db")" == "not a hive at all" ] && ok || ko "the refused file is untouched"
 fi
 
@@ -185,12 +185,12 @@ expect_exit "both separator options" 2 edit Edit Lines --new --separator-choice 
 nv edit Edit Lines --new --function substrings --string 'l1|l2|l3' --separator '|' \
   --field @Head:0:0 --field @Tail:1:2:True --preview --confirm >"$work/preview" 2>/dev/null && ok || ko "edit a substrings task"
 preview_matches_run Lines Head Tail
-nv edit Edit Find --new --function find --string @Conf --mask 'host=*; port=*' --filter '*' --trim \
+nv edit Edit Find --new --function find --string @Conf --mask 'host=*; port=*' --filter '*' --trim on \
   --field @Host --field @Port --preview --confirm >"$work/preview" 2>/dev/null && ok || ko "edit a find task"
 preview_matches_run Find Host Port
 expect_out "a stored task opens in its editor" $'1\tdb01\t@Host\n2\t5432\t@Port\n' edit Edit Find --preview --cancel
 expect_out "the name is taken" 'This process already exists\n' edit Edit Find --new --lang en --confirm
-expect_exit "a message exits 2" 2 edit Edit Find --new --lang en --confirm
+expect_exit "a message exits 4" 4 edit Edit Find --new --lang en --confirm
 expect_out "an empty string" 'Vous devez renseignez la chaine\n' edit Edit Split --string '' --lang fr --confirm
 nv reg export 'HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA\Scenarios\Edit\Taches\Split' >"$work/split.reg"
 grep -q '^"Chaine"="@Line"' "$work/split.reg" && grep -q '^"Etat"=dword:00000002' "$work/split.reg" && ok || ko "nothing saved after a message"
@@ -198,7 +198,7 @@ expect_exit "switch function and apply" 0 edit Edit Split --function find --stri
 expect_out "run the switched task" '2\n' run Edit Split --report "$work/edit.log"
 expect_out "switched value" '1\n' var get Edit A
 expect_exit "cancel saves nothing" 0 edit Edit Nothing --new --cancel
-expect_out "no task after cancel" '0\n' status Edit Nothing
+expect_exit "no task after cancel" 1 status Edit Nothing
 
 # --- The command line itself ------------------------------------------------------------------
 expect_exit "missing variable" 1 var get Demo Nothing
@@ -207,7 +207,7 @@ expect_exit "missing argument" 2 run Demo
 expect_exit "bad language" 2 run Demo LogLines --lang de
 expect_exit "help" 0 run --help
 grep -q '^usage: nvhost run SCENARIO TASK' "$work/out" && ok || ko "help text"
-expect_out "status of an unknown task" '0\n' status Demo Nobody
+expect_exit "status of an unknown task" 1 status Demo Nobody
 expect_exit "variable with newlines and accents" 0 var set Demo Accents "$(printf 'élève\nÉTÉ')"
 expect_out "read back exactly" 'élève\nÉTÉ\n' var get Demo Accents
 
@@ -217,10 +217,13 @@ if ! hive_checks; then
   expect_out "call with a by-reference argument" 'False\n' call IsActionSupported 1
   expect_out "call for a task" '2\n' call --task Demo LogLines GetStatus
   expect_out "call a property write" '' call Nom Anything
-  expect_exit "call fails as the member does" 1 call SetWorkingMode 40000
+  expect_exit "call fails as the member does" 5 call SetWorkingMode 40000
   grep -q '^nvhost: error 6: Overflow' "$work/err" && ok || ko "the member's error: $(cat "$work/err")"
   expect_exit "call an unknown member" 2 call Frobnicate
 fi
+
+# --- The commands for everyday work: files, listings, help, JSON, the linter --------------------
+. "$(dirname "$0")/cli-commands.sh"
 
 echo "$passed passed, $failed failed"
 [ "$failed" == 0 ]

@@ -67,6 +67,8 @@ TEST(RegFileParse, ValueSyntax) {
       {R"("a"="x")", Kind::SetValue, u"a", RegType::Sz, Utf16(u"x")},
       {R"("q\"b\\"="C:\\dir \"x\" ; =")", Kind::SetValue, u"q\"b\\", RegType::Sz, Utf16(u"C:\\dir \"x\" ; =")},
       {R"(@="")", Kind::SetValue, u"", RegType::Sz, Utf16(u"")},
+      // The escapes regedit writes for line breaks and zeros inside a text.
+      {R"("m"="l1\r\nl2\n\0end\\n")", Kind::SetValue, u"m", RegType::Sz, Utf16(Text(u"l1\r\nl2\n\0end\\n", 13))},
       {"\"u\"=\"\xC3\xA9t\xC3\xA9 \xE6\x97\xA5\"", Kind::SetValue, u"u", RegType::Sz, Utf16(u"été 日")},
       {R"(  "a" = "x"   ; trailing comment)", Kind::SetValue, u"a", RegType::Sz, Utf16(u"x")},
       {R"("n"=dword:0000002a)", Kind::SetValue, u"n", RegType::Dword, {0x2A, 0, 0, 0}},
@@ -144,7 +146,7 @@ TEST(RegFileParse, RefusesMalformedFilesWithTheLine) {
       {kHeader + "[-HKEY_LOCAL_MACHINE]\r\n", 3, "root key cannot be deleted"},
       {kHeader + "[HKEY_LOCAL_MACHINE\\T] x\r\n", 3, "after the key"},
       {key + "garbage\r\n", 4, "expected a [key] line"},
-      {key + "\"a\"=\"x\\ny\"\r\n", 4, "unknown escape \\n"},
+      {key + "\"a\"=\"x\\ty\"\r\n", 4, "unknown escape \\t"},
       {key + "\"a\"=\"x\r\n", 4, "no closing quote"},
       {key + "\"a\"\r\n", 4, "expected ="},
       {key + "\"a\"=\"x\" junk\r\n", 4, "after the value"},

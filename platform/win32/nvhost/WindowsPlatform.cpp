@@ -30,7 +30,8 @@ namespace {
 class WindowsPlatform final : public HostPlatform {
  public:
   WindowsPlatform() {
-    // Values are printed byte for byte: no "\r" slipped in before each "\n".
+    // Values are read and printed byte for byte: no "\r" slipped in before each "\n".
+    _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     const HRESULT hr = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
@@ -47,7 +48,16 @@ class WindowsPlatform final : public HostPlatform {
   const std::vector<Command>& OwnCommands() const override {
     static const std::vector<Command> commands = {
         {"call", "call [--task SCENARIO TASK] [--lang fr|en] MEMBER [ARGS...]",
-         "call any member of the plug-in by name through IDispatch and print its result", nvhost::RunCallCommand},
+         "call any member of the plug-in by name through IDispatch and print its result",
+         "Calls MEMBER of a new plug-in object by name through IDispatch and prints its result.\n"
+         "ARGS are texts; a member that takes a number converts them as the plug-in does.\n"
+         "\n"
+         "  --task SCENARIO TASK   InitializeProperties for that task first\n"
+         "  --lang fr|en           the language handed to InitializeProperties\n"
+         "\n"
+         "example:\n"
+         "  nvhost call --task Demo LogLines GetStatus\n",
+         nvhost::RunCallCommand},
     };
     return commands;
   }

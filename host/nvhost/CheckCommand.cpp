@@ -1,0 +1,47 @@
+// check: the linter of a stored task against the current variable values.
+#include "common/Conversions.h"
+#include "common/Utf.h"
+#include "host/ScenarioVariables.h"
+#include "host/nvhost/Arguments.h"
+#include "host/nvhost/Commands.h"
+#include "host/nvhost/ExitCodes.h"
+#include "host/nvhost/JsonWriter.h"
+#include "host/nvhost/TaskLinter.h"
+#include "host/nvhost/TaskLookup.h"
+#include "store/ModuleState.h"
+#include "store/TaskStore.h"
+
+namespace nv {
+
+int RunCheckCommand(Session& session, const Words& words) {
+  const Arguments arguments = ParseArguments(words, {}, {"--json"});
+  RequirePositional(arguments, 2, "check SCENARIO TASK [--json]");
+  const std::string& scenario = arguments.positional[0];
+  const std::string& task = arguments.positional[1];
+  Registry& registry = session.OpenExistingRegistry();
+  const ReadingScope reading(registry);
+  RequireTask(registry, scenario, task);
+  SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), TasksKeyPath(FromUtf8(scenario)));
+  TaskDefinition definition;
+  LoadTaskDefinition(FromUtf8(task), definition);
+  const ScenarioVariables variables(registry);
+  const std::vector<LintFinding> findings = LintTask(definition, [&](const Text& name) -> std::optional<Text> {
+    const auto value = variables.Get(FromUtf8(scenario), name);
+    return value ? std::optional<Text>(ToText(*value)) : std::nullopt;
+  });
+  if (arguments.Has("--json")) {
+    std::vector<std::string> entries;
+    for (const LintFinding& finding : findings) {
+      entries.push_back(JsonObject({JsonMember("severity", JsonString(std::string(SeverityName(finding.severity)))),
+                                    JsonMember("message", JsonString(finding.message))}));
+    }
+    session.Out() << JsonObject({JsonMember("scenario", JsonString(scenario)), JsonMember("task", JsonString(task)),
+                                 JsonMember("findings", JsonArray(entries))})
+                  << "\n";
+  } else {
+    for (const LintFinding& finding : findings) session.Out() << SeverityName(finding.severity) << "\t" << finding.message << "\n";
+  }
+  return findings.empty() ? ExitCode::Success : ExitCode::NotFound;
+}
+
+}  // namespace nv

@@ -1,0 +1,166 @@
+#include "host/nvhost/TaskLinter.h"
+
+#include "common/CaseMapping.h"
+#include "common/Utf.h"
+#include "engine/FindValues.h"
+#include "engine/Split.h"
+#include "plugin/VariableAccess.h"
+
+namespace nv {
+namespace {
+
+class Findings {
+ public:
+  void Error(std::string message) { list_.push_back({LintFinding::Severity::Error, std::move(message)}); }
+  void Warning(std::string message) { list_.push_back({LintFinding::Severity::Warning, std::move(message)}); }
+  std::vector<LintFinding> Take() { return std::move(list_); }
+
+ private:
+  std::vector<LintFinding> list_;
+};
+
+std::string Quoted(TextView text) {
+  Text shown;
+  for (const char16_t c : text) {
+    if (c == u'\r') {
+      shown += u"\\r";
+    } else if (c == u'\n') {
+      shown += u"\\n";
+    } else if (c == u'\t') {
+      shown += u"\\t";
+    } else {
+      shown.push_back(c);
+    }
+  }
+  return "\"" + ToUtf8(shown) + "\"";
+}
+
+// The entry as the run sees it; nothing when it names a variable that does not exist.
+std::optional<Text> Resolve(const char* entry, const Text& text, const VariableLookup& lookUp, Findings& findings) {
+  if (!IsVariableReference(text)) return text;
+  if (auto value = lookUp(text.substr(1))) return value;
+  findings.Error(std::string("the ") + entry + " refers to " + ToUtf8(text) +
+                 ", a variable that does not exist (the run would fail)");
+  return std::nullopt;
+}
+
+std::size_t Occurrences(TextView text, TextView needle) {
+  if (needle.empty()) return 0;
+  std::size_t count = 0;
+  for (std::size_t at = text.find(needle); at != TextView::npos; at = text.find(needle, at + needle.size())) ++count;
+  return count;
+}
+
+void CheckFieldVariables(const TaskDefinition& task, Findings& findings) {
+  for (std::size_t i = 0; i < task.Fields.size(); ++i) {
+    const Text& var = task.Fields[i].Var;
+    const std::string field = "field " + std::to_string(i + 1);
+    if (var.empty()) {
+      findings.Warning(field + " has no variable: its piece is dropped");
+    } else if (!IsVariableReference(var)) {
+      findings.Error(field + ": " + Quoted(var) + " has no \"@\": the run would store into the variable " +
+                     Quoted(TextView(var).substr(1)));
+    }
+  }
+}
+
+void CheckPieceCount(std::size_t pieces, const TaskDefinition& task, const char* what, Findings& findings) {
+  const std::size_t fields = task.Fields.size();
+  if (pieces > fields) {
+    findings.Error("the input yields " + std::to_string(pieces) + " " + what + " for " + std::to_string(fields) +
+                   " fields: the run would fail with error 9 (subscript out of range)");
+  } else if (pieces < fields) {
+    findings.Warning("the input yields " + std::to_string(pieces) + " " + what + " for " + std::to_string(fields) +
+                     " fields: fields " + std::to_string(pieces + 1) + " to " + std::to_string(fields) +
+                     " would keep their old values");
+  }
+}
+
+void CheckSeparator(const std::optional<Text>& input, const std::optional<Text>& separator, Findings& findings) {
+  if (!separator) return;
+  if (separator->empty()) {
+    findings.Error("the separator is empty");
+  } else if (input && !input->empty() && input->find(*separator) == Text::npos) {
+    findings.Warning("the separator " + Quoted(*separator) + " does not occur in the input: it is one piece");
+  }
+}
+
+void LintSplit(const TaskDefinition& task, const std::optional<Text>& input, const std::optional<Text>& separator,
+               Findings& findings) {
+  CheckSeparator(input, separator, findings);
+  if (!input || !separator || separator->empty()) return;
+  CheckPieceCount(SplitViews(*input, *separator).size(), task, "pieces", findings);
+}
+
+void LintSubstrings(const TaskDefinition& task, const std::optional<Text>& input,
+                    const std::optional<Text>& separator, Findings& findings) {
+  CheckSeparator(input, separator, findings);
+  if (task.Fields.empty()) findings.Warning("the task has no field: the run stores nothing");
+}
+
+void LintFind(const TaskDefinition& task, const std::optional<Text>& input, const std::optional<Text>& mask,
+              const std::optional<Text>& filter, Findings& findings) {
+  if (!mask || !filter) return;
+  const bool caseSensitive = task.CaseSensitive == 1;
+  if (filter->empty()) {
+    findings.Error("the filter is empty: the mask has no placeholder");
+    return;
+  }
+  const Text workMask = caseSensitive ? *mask : UpperCase(*mask);
+  const std::size_t placeholders = Occurrences(workMask, *filter);
+  if (Occurrences(*mask, *filter) == 0) {
+    findings.Error("the filter " + Quoted(*filter) + " does not occur in the mask " + Quoted(*mask));
+    return;
+  }
+  if (placeholders == 0) {
+    findings.Error("the filter " + Quoted(*filter) + " is not upper-case: once the mask is upper-cased " +
+                   "(case-insensitive mode) it has no placeholder; set case-sensitive on or upper-case the filter");
+    return;
+  }
+  Text doubled = *filter + *filter;
+  if (workMask.find(doubled) != Text::npos)
+    findings.Warning("two placeholders touch in the mask: the value between them is ambiguous");
+  if (!input) return;
+  if (input->find(*filter) != Text::npos)
+    findings.Warning("the filter text " + Quoted(*filter) + " occurs in the input, where a value is expected");
+  Text text = *input;
+  Text maskCopy = *mask;
+  std::int16_t start = 0;
+  std::int16_t end = 0;
+  std::vector<Text> values;
+  FindValues(text, maskCopy, *filter, start, end, caseSensitive, task.Trim == 1, values);
+  if (values.size() == 1 && placeholders != 1 && values.front().empty()) {
+    findings.Warning("the mask does not match the input: the run stores one empty value");
+  }
+  CheckPieceCount(values.size(), task, "values", findings);
+}
+
+}  // namespace
+
+std::vector<LintFinding> LintTask(const TaskDefinition& task, const VariableLookup& lookUp) {
+  Findings findings;
+  const std::optional<Text> input = Resolve("string", task.Chaine, lookUp, findings);
+  switch (task.Fonction) {
+    case FunctionCode::Split:
+      LintSplit(task, input, Resolve("separator", task.Separateur, lookUp, findings), findings);
+      break;
+    case FunctionCode::Substrings:
+      LintSubstrings(task, input, Resolve("separator", task.Separateur, lookUp, findings), findings);
+      break;
+    case FunctionCode::FindValues:
+      LintFind(task, input, Resolve("mask", task.Masque, lookUp, findings),
+               Resolve("filter", task.Filtre, lookUp, findings), findings);
+      break;
+    default:
+      findings.Error("the function " + std::to_string(task.Fonction) + " is none of split (0), substrings (1), find (2)");
+      break;
+  }
+  CheckFieldVariables(task, findings);
+  return findings.Take();
+}
+
+const char* SeverityName(LintFinding::Severity severity) {
+  return severity == LintFinding::Severity::Error ? "error" : "warning";
+}
+
+}  // namespace nv
