@@ -11,6 +11,29 @@ wine regsvr32 /s "$server" && wine regsvr32 /s "$standin" || { echo "FAIL: regsv
 wine reg delete 'HKLM\SOFTWARE\NOVRA' /f >/dev/null 2>&1
 NV_CLI_REGISTRY=windows bash "$here/cli-test.sh" "$examples" wine "$nvhost"
 status=$?
+
+# A file written by Wine's own regedit, with multi-line texts (it writes them as \r, \n
+# escapes inside the quotes), imports with every value equal.
+work=$(mktemp -d)
+key='HKEY_LOCAL_MACHINE\SOFTWARE\NOVRA\Scenarios\Regedit\Variables'
+printf 'line 1\r\nline 2\r\n' >"$work/crlf"
+printf 'a\nb\n\nc "quoted" \\ back\\slash' >"$work/lf"
+printf 'élève\rÉTÉ' >"$work/cr"
+printf 'plain' >"$work/plain"
+regedit_failed=0
+for name in crlf lf cr plain; do
+  wine "$nvhost" var set Regedit "$name" --file "$work/$name" || regedit_failed=1
+done
+wine regedit /E "$work/regedit.reg" "$key" || regedit_failed=1
+iconv -f UTF-16LE -t UTF-8 "$work/regedit.reg" | grep -q '\\n' || { echo "FAIL: regedit wrote no \\n escape" >&2; regedit_failed=1; }
+wine reg delete 'HKLM\SOFTWARE\NOVRA\Scenarios\Regedit' /f >/dev/null 2>&1
+wine "$nvhost" reg import "$work/regedit.reg" || { echo "FAIL: nvhost.exe refused regedit's file" >&2; regedit_failed=1; }
+for name in crlf lf cr plain; do
+  wine "$nvhost" var get Regedit "$name" --output "$work/$name.back" && cmp -s "$work/$name" "$work/$name.back" ||
+    { echo "FAIL: $name after regedit /E and reg import" >&2; regedit_failed=1; }
+done
+rm -rf "$work"
+[ "$regedit_failed" == 0 ] && echo "regedit /E file imported, every value equal" || status=1
 wine reg delete 'HKLM\SOFTWARE\NOVRA' /f >/dev/null 2>&1
 wine regsvr32 /s /u "$standin"
 wine regsvr32 /s /u "$server"
