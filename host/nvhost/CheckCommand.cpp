@@ -8,8 +8,6 @@
 #include "host/nvhost/JsonWriter.h"
 #include "host/nvhost/TaskLinter.h"
 #include "host/nvhost/TaskLookup.h"
-#include "store/ModuleState.h"
-#include "store/TaskStore.h"
 
 namespace nv {
 
@@ -20,10 +18,7 @@ int RunCheckCommand(Session& session, const Words& words) {
   const std::string& task = arguments.positional[1];
   Registry& registry = session.OpenExistingRegistry();
   const ReadingScope reading(registry);
-  RequireTask(registry, scenario, task);
-  SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), TasksKeyPath(FromUtf8(scenario)));
-  TaskDefinition definition;
-  LoadTaskDefinition(FromUtf8(task), definition);
+  const TaskDefinition definition = LoadStoredTask(registry, scenario, task);
   const ScenarioVariables variables(registry);
   const std::vector<LintFinding> findings = LintTask(definition, [&](const Text& name) -> std::optional<Text> {
     const auto value = variables.Get(FromUtf8(scenario), name);

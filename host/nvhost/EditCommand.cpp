@@ -263,10 +263,7 @@ class DialogsInUse {
 std::int16_t ChosenFunction(const Arguments& arguments, const UserPlay& play) {
   if (play.function) return *play.function;
   if (arguments.Has("--new")) return FunctionCode::Split;
-  SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), TasksKeyPath(FromUtf8(arguments.positional[0])));
-  TaskDefinition definition;
-  LoadTaskDefinition(FromUtf8(arguments.positional[1]), definition);
-  return definition.Fonction;
+  return LoadStoredTask(ModuleRegistry(), arguments.positional[0], arguments.positional[1]).Fonction;
 }
 
 }  // namespace

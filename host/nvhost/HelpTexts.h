@@ -8,7 +8,8 @@ namespace nv::help {
 inline constexpr const char* kExitCodes =
     "exit status:\n"
     "  0  success (run: the task ended, status 2)\n"
-    "  1  not found: no such variable (var get), task, key or hive; check: findings\n"
+    "  1  not found: no such variable (var get), task, key or hive; check: findings;\n"
+    "     edit on screen (nvhost.exe): the person cancelled the dialog\n"
     "  2  usage error: the command line is wrong, nothing was done\n"
     "  3  run: the task failed (status 3; the reason is in the report)\n"
     "  4  edit: the dialog showed a message (printed on stdout, one line each)\n"

@@ -27,25 +27,6 @@ std::string FunctionName(std::int16_t code) {
   }
 }
 
-// One line per entry: control characters and the backslash written as escapes.
-std::string Shown(TextView text) {
-  Text shown;
-  for (const char16_t c : text) {
-    if (c == u'\\') {
-      shown += u"\\\\";
-    } else if (c == u'\r') {
-      shown += u"\\r";
-    } else if (c == u'\n') {
-      shown += u"\\n";
-    } else if (c == u'\t') {
-      shown += u"\\t";
-    } else {
-      shown.push_back(c);
-    }
-  }
-  return ToUtf8(shown);
-}
-
 std::string StatusText(const Text& task) { return ToUtf8(ToText(ReadRegistryValue(task, u"Etat"))); }
 
 std::string JsonNumberOrNull(const std::string& digits) {
@@ -61,7 +42,7 @@ int List(Session& session, const Arguments& arguments) {
   const std::string& scenario = arguments.positional[1];
   Registry& registry = session.OpenExistingRegistry();
   const ReadingScope reading(registry);
-  SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), TasksKeyPath(FromUtf8(scenario)));
+  UseTasksOf(scenario);
   std::vector<std::string> entries;
   for (const Text& task : SubKeyNames(registry, TasksKeyPath(FromUtf8(scenario)))) {
     std::string function;
@@ -77,7 +58,7 @@ int List(Session& session, const Arguments& arguments) {
       entries.push_back(JsonObject({JsonMember("name", JsonString(task)), JsonMember("function", JsonString(function)),
                                     JsonMember("status", JsonNumberOrNull(status))}));
     } else {
-      session.Out() << Shown(task) << "\t" << function << "\t" << status << "\n";
+      session.Out() << OneLine(task) << "\t" << function << "\t" << status << "\n";
     }
   }
   if (arguments.Has("--json"))
@@ -92,11 +73,8 @@ int Show(Session& session, const Arguments& arguments) {
   const std::string& taskName = arguments.positional[2];
   Registry& registry = session.OpenExistingRegistry();
   const ReadingScope reading(registry);
-  RequireTask(registry, scenario, taskName);
-  SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), TasksKeyPath(FromUtf8(scenario)));
+  const TaskDefinition definition = LoadStoredTask(registry, scenario, taskName);
   const Text task = FromUtf8(taskName);
-  TaskDefinition definition;
-  LoadTaskDefinition(task, definition);
   const bool substrings = definition.Fonction == FunctionCode::Substrings;
   const bool find = definition.Fonction == FunctionCode::FindValues;
   if (arguments.Has("--json")) {
@@ -126,20 +104,20 @@ int Show(Session& session, const Arguments& arguments) {
   }
   std::ostream& out = session.Out();
   out << "function\t" << FunctionName(definition.Fonction) << "\n"
-      << "string\t" << Shown(definition.Chaine) << "\n";
-  if (!find) out << "separator\t" << Shown(definition.Separateur) << "\n";
+      << "string\t" << OneLine(definition.Chaine) << "\n";
+  if (!find) out << "separator\t" << OneLine(definition.Separateur) << "\n";
   if (find) {
-    out << "mask\t" << Shown(definition.Masque) << "\n"
-        << "filter\t" << Shown(definition.Filtre) << "\n"
+    out << "mask\t" << OneLine(definition.Masque) << "\n"
+        << "filter\t" << OneLine(definition.Filtre) << "\n"
         << "case-sensitive\t" << (definition.CaseSensitive == 1 ? "on" : "off") << "\n"
         << "trim\t" << (definition.Trim == 1 ? "on" : "off") << "\n";
   }
-  out << "comment\t" << Shown(definition.Comment) << "\n"
+  out << "comment\t" << OneLine(definition.Comment) << "\n"
       << "status\t" << StatusText(task) << "\n";
   for (std::size_t i = 0; i < definition.Fields.size(); ++i) {
     const TaskField& field = definition.Fields[i];
-    out << "field " << i + 1 << "\t" << Shown(field.Var);
-    if (substrings) out << "\t" << Shown(field.Start) << "\t" << Shown(field.End) << "\t" << Shown(field.ShowSep);
+    out << "field " << i + 1 << "\t" << OneLine(field.Var);
+    if (substrings) out << "\t" << OneLine(field.Start) << "\t" << OneLine(field.End) << "\t" << OneLine(field.ShowSep);
     out << "\n";
   }
   return ExitCode::Success;

@@ -4,6 +4,7 @@
 #include "common/Utf.h"
 #include "engine/FindValues.h"
 #include "engine/Split.h"
+#include "host/nvhost/TaskLookup.h"
 #include "plugin/VariableAccess.h"
 
 namespace nv {
@@ -19,21 +20,7 @@ class Findings {
   std::vector<LintFinding> list_;
 };
 
-std::string Quoted(TextView text) {
-  Text shown;
-  for (const char16_t c : text) {
-    if (c == u'\r') {
-      shown += u"\\r";
-    } else if (c == u'\n') {
-      shown += u"\\n";
-    } else if (c == u'\t') {
-      shown += u"\\t";
-    } else {
-      shown.push_back(c);
-    }
-  }
-  return "\"" + ToUtf8(shown) + "\"";
-}
+std::string Quoted(TextView text) { return "\"" + OneLine(text) + "\""; }
 
 // The entry as the run sees it; nothing when it names a variable that does not exist.
 std::optional<Text> Resolve(const char* entry, const Text& text, const VariableLookup& lookUp, Findings& findings) {

@@ -2,7 +2,9 @@
 
 #include "common/Utf.h"
 #include "host/nvhost/ExitCodes.h"
+#include "store/ModuleState.h"
 #include "store/RegistryKey.h"
+#include "store/TaskStore.h"
 
 namespace nv {
 
@@ -19,6 +21,37 @@ bool TaskExists(Registry& registry, const Text& scenario, const Text& task) {
 
 void RequireTask(Registry& registry, const std::string& scenario, const std::string& task) {
   if (!TaskExists(registry, FromUtf8(scenario), FromUtf8(task))) throw NotFoundError("no task " + scenario + "\\" + task);
+}
+
+void UseTasksOf(const std::string& scenario) {
+  SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), TasksKeyPath(FromUtf8(scenario)));
+}
+
+TaskDefinition LoadStoredTask(Registry& registry, const std::string& scenario, const std::string& task) {
+  const ReadingScope reading(registry);
+  RequireTask(registry, scenario, task);
+  UseTasksOf(scenario);
+  TaskDefinition definition;
+  LoadTaskDefinition(FromUtf8(task), definition);
+  return definition;
+}
+
+std::string OneLine(TextView text) {
+  Text shown;
+  for (const char16_t c : text) {
+    if (c == u'\\') {
+      shown += u"\\\\";
+    } else if (c == u'\r') {
+      shown += u"\\r";
+    } else if (c == u'\n') {
+      shown += u"\\n";
+    } else if (c == u'\t') {
+      shown += u"\\t";
+    } else {
+      shown.push_back(c);
+    }
+  }
+  return ToUtf8(shown);
 }
 
 std::vector<Text> SubKeyNames(Registry& registry, const Text& path) {
