@@ -50,9 +50,10 @@ nv reg export "$novra\\Scenarios\\Files\\Variables" "$work/files.reg" && nv reg 
 expect_out "escapes after a round trip" 'one\r\ntwo\nthree "q" \\ end\n' var get Files Lines
 
 # --- Listings and removal ---------------------------------------------------------------------------
-expect_out "var list" 'Log\nPiped\nBig\nFromStdin\nLines\n' var list Files
+# (The order is the registry's: the hive keeps the order of writing, Wine sorts by name.)
+[ "$(nv var list Files | sort | tr '\n' ' ')" == "Big FromStdin Lines Log Piped " ] && ok || ko "var list: $(nv var list Files)"
 expect_exit "var unset" 0 var unset Files Big
-expect_out "var list after unset" 'Log\nPiped\nFromStdin\nLines\n' var list Files
+[ "$(nv var list Files | sort | tr '\n' ' ')" == "FromStdin Lines Log Piped " ] && ok || ko "var list after unset"
 refused "var unset of a missing variable" 1 var unset Files Big
 expect_out "var list of an unknown scenario" '' var list NoScenario
 expect_out "task list" 'LogLines\tsubstrings\t2\nMissing\tsplit\t3\nReadSettings\tfind\t2\nShort\tsplit\t3\nSplitCustomer\tsplit\t2\n' task list Demo

@@ -8,7 +8,11 @@ examples=$1 nvhost=$2 server=$3 standin=$4
 # Wine hands the arguments to the program through the locale's code page: UTF-8 keeps them.
 export LC_ALL=C.UTF-8
 wine regsvr32 /s "$server" && wine regsvr32 /s "$standin" || { echo "FAIL: regsvr32" >&2; exit 1; }
-wine reg delete 'HKLM\SOFTWARE\NOVRA' /f >/dev/null 2>&1
+# Where Wine's loader is the 32-bit one, its reg and regedit see the 32-bit view of
+# HKLM\SOFTWARE; nvhost.exe is a 64-bit program and uses the 64-bit view.
+wine reg delete 'HKLM\SOFTWARE\NOVRA' /reg:64 /f >/dev/null 2>&1
+regedit=(wine regedit)
+[ -x /usr/lib/wine/wine64 ] && regedit=(/usr/lib/wine/wine64 regedit)
 NV_CLI_REGISTRY=windows bash "$here/cli-test.sh" "$examples" wine "$nvhost"
 status=$?
 
@@ -24,9 +28,9 @@ regedit_failed=0
 for name in crlf lf cr plain; do
   wine "$nvhost" var set Regedit "$name" --file "$work/$name" || regedit_failed=1
 done
-wine regedit /E "$work/regedit.reg" "$key" || regedit_failed=1
+"${regedit[@]}" /E "Z:${work//\//\\}\\regedit.reg" "$key" </dev/null || regedit_failed=1
 iconv -f UTF-16LE -t UTF-8 "$work/regedit.reg" | grep -q '\\n' || { echo "FAIL: regedit wrote no \\n escape" >&2; regedit_failed=1; }
-wine reg delete 'HKLM\SOFTWARE\NOVRA\Scenarios\Regedit' /f >/dev/null 2>&1
+wine reg delete 'HKLM\SOFTWARE\NOVRA\Scenarios\Regedit' /reg:64 /f >/dev/null 2>&1
 wine "$nvhost" reg import "$work/regedit.reg" || { echo "FAIL: nvhost.exe refused regedit's file" >&2; regedit_failed=1; }
 for name in crlf lf cr plain; do
   wine "$nvhost" var get Regedit "$name" --output "$work/$name.back" && cmp -s "$work/$name" "$work/$name.back" ||
@@ -34,7 +38,7 @@ for name in crlf lf cr plain; do
 done
 rm -rf "$work"
 [ "$regedit_failed" == 0 ] && echo "regedit /E file imported, every value equal" || status=1
-wine reg delete 'HKLM\SOFTWARE\NOVRA' /f >/dev/null 2>&1
+wine reg delete 'HKLM\SOFTWARE\NOVRA' /reg:64 /f >/dev/null 2>&1
 wine regsvr32 /s /u "$standin"
 wine regsvr32 /s /u "$server"
 exit $status
