@@ -276,9 +276,6 @@ int RunEditCommand(Session& session, const Words& words) {
                      {"--new", "--no-fields", "--preview", "--confirm", "--apply", "--cancel"});
   RequirePositional(arguments, 2, kUsage);
   const UserPlay play = ReadPlay(arguments);
-  for (const std::string& field : play.fields) {
-    if (play.function == FunctionCode::Substrings) ParseLine(field);
-  }
   if (arguments.Has("--new")) {
     session.OpenRegistry();
   } else {
@@ -286,8 +283,8 @@ int RunEditCommand(Session& session, const Words& words) {
   }
   const std::int16_t function = ChosenFunction(arguments, play);
   RefuseForeignOptions(arguments, function);
-  if (function == FunctionCode::Substrings && !play.function) {
-    for (const std::string& field : play.fields) ParseLine(field);
+  if (function == FunctionCode::Substrings) {
+    for (const std::string& field : play.fields) ParseLine(field);  // a malformed one is refused before the dialog
   }
   // On a screen, with no button to press, the person at it plays the user.
   if (!play.buttonGiven && !play.anythingPlayed && session.Platform().ShowsWindows()) {
