@@ -34,7 +34,8 @@ int RunCheckCommand(Session& session, const Words& words) {
                                  JsonMember("findings", JsonArray(entries))})
                   << "\n";
   } else {
-    for (const LintFinding& finding : findings) session.Out() << SeverityName(finding.severity) << "\t" << finding.message << "\n";
+    for (const LintFinding& finding : findings)
+      session.Out() << SeverityName(finding.severity) << "\t" << finding.message << "\n";
   }
   return findings.empty() ? ExitCode::Success : ExitCode::NotFound;
 }

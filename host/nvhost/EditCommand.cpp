@@ -84,7 +84,8 @@ UserPlay ReadPlay(const Arguments& arguments) {
     static const std::map<std::string, std::int16_t> functions = {
         {"split", FunctionCode::Split}, {"substrings", FunctionCode::Substrings}, {"find", FunctionCode::FindValues}};
     const auto found = functions.find(*function);
-    if (found == functions.end()) throw UsageError("--function takes split, substrings or find, not '" + *function + "'");
+    if (found == functions.end())
+      throw UsageError("--function takes split, substrings or find, not '" + *function + "'");
     play.function = found->second;
   }
   play.chaine = TextOption(arguments, "--string");

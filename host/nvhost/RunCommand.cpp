@@ -83,7 +83,8 @@ int RunRunCommand(Session& session, const Words& words) {
   RequirePositional(arguments, 2, usage);
   const bool json = arguments.Has("--json");
   const Text scenario = FromUtf8(arguments.positional[0]);
-  const std::unique_ptr<PluginClient> plugin = session.CreatePluginForTask(arguments.positional[0], arguments.positional[1]);
+  const std::unique_ptr<PluginClient> plugin =
+      session.CreatePluginForTask(arguments.positional[0], arguments.positional[1]);
   InitializeForTask(*plugin, arguments);
 
   std::optional<TemporaryReport> ownReport;

@@ -9,7 +9,8 @@ int RunStatusCommand(Session& session, const Words& words) {
   constexpr const char* usage = "status SCENARIO TASK [--json]";
   const Arguments arguments = ParseArguments(words, {}, {"--json"});
   RequirePositional(arguments, 2, usage);
-  const std::unique_ptr<PluginClient> plugin = session.CreatePluginForTask(arguments.positional[0], arguments.positional[1]);
+  const std::unique_ptr<PluginClient> plugin =
+      session.CreatePluginForTask(arguments.positional[0], arguments.positional[1]);
   InitializeForTask(*plugin, arguments);
   const std::int32_t status = plugin->GetStatus();
   if (arguments.Has("--json")) {

@@ -139,7 +139,8 @@ std::vector<LintFinding> LintTask(const TaskDefinition& task, const VariableLook
                Resolve("filter", task.Filtre, lookUp, findings), findings);
       break;
     default:
-      findings.Error("the function " + std::to_string(task.Fonction) + " is none of split (0), substrings (1), find (2)");
+      findings.Error("the function " + std::to_string(task.Fonction) +
+                     " is none of split (0), substrings (1), find (2)");
       break;
   }
   CheckFieldVariables(task, findings);

@@ -20,7 +20,8 @@ bool TaskExists(Registry& registry, const Text& scenario, const Text& task) {
 }
 
 void RequireTask(Registry& registry, const std::string& scenario, const std::string& task) {
-  if (!TaskExists(registry, FromUtf8(scenario), FromUtf8(task))) throw NotFoundError("no task " + scenario + "\\" + task);
+  if (!TaskExists(registry, FromUtf8(scenario), FromUtf8(task)))
+    throw NotFoundError("no task " + scenario + "\\" + task);
 }
 
 void UseTasksOf(const std::string& scenario) {

@@ -22,7 +22,8 @@ TEST(JsonString, EscapesWhatJsonForbidsAndKeepsTheRest) {
       {Text(1, static_cast<char16_t>(0xD800)) + u"x", "\"\\ud800x\""},
   };
   for (const Case& c : cases) EXPECT_EQ(JsonString(TextView(c.text)), c.json);
-  EXPECT_EQ(JsonObject({JsonMember("a", "1"), JsonMember("b", JsonArray({"2", "\"x\""}))}), "{\"a\":1,\"b\":[2,\"x\"]}");
+  EXPECT_EQ(JsonObject({JsonMember("a", "1"), JsonMember("b", JsonArray({"2", "\"x\""}))}),
+            "{\"a\":1,\"b\":[2,\"x\"]}");
   EXPECT_EQ(JsonArray({}), "[]");
 }
 

@@ -69,7 +69,8 @@ TEST(TaskLinter, OneFindingPerRule) {
     for (const LintFinding& finding : findings)
       found = found || (finding.severity == c.severity && finding.message.find(c.fragment) != std::string::npos);
     std::string all;
-    for (const LintFinding& finding : findings) all += std::string(SeverityName(finding.severity)) + ": " + finding.message + "\n";
+    for (const LintFinding& finding : findings)
+      all += std::string(SeverityName(finding.severity)) + ": " + finding.message + "\n";
     EXPECT_TRUE(found) << all;
   }
   for (const TaskDefinition& clean : {Task(0, u"@Line", u";", {u"@A", u"@B", u"@C"}),
