@@ -112,6 +112,16 @@ std::size_t Utf8ValidLength(std::string_view bytes) {
 
 bool IsUtf8(std::string_view bytes) { return Utf8ValidLength(bytes) == bytes.size(); }
 
+bool IsStandardUtf8(std::string_view bytes) {
+  for (std::size_t i = 0; i < bytes.size();) {
+    char32_t c;
+    const std::size_t length = DecodeOne(bytes, i, c);
+    if (length == 0 || (c >= 0xD800 && c < 0xE000)) return false;
+    i += length;
+  }
+  return true;
+}
+
 Text FromCp1252(std::string_view bytes) {
   Text out;
   out.reserve(bytes.size());

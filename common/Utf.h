@@ -20,6 +20,10 @@ bool IsUtf8(std::string_view bytes);
 // How many bytes at the start are well-formed UTF-8: the offset of the first bad byte.
 std::size_t Utf8ValidLength(std::string_view bytes);
 
+// True when the bytes are UTF-8 as the standard defines it: no surrogate forms, no overlong
+// forms, nothing above U+10FFFF. For text that comes from outside (files).
+bool IsStandardUtf8(std::string_view bytes);
+
 // Windows-1252, the ANSI code page of the host's French and English systems.
 Text FromCp1252(std::string_view bytes);
 

@@ -2,6 +2,7 @@
 // The registry as the store sees it: Win32 semantics (predefined roots, keys and value
 // names compared without case but kept with their case, typed values as bytes, Win32
 // error codes). Text data is UTF-16LE with its terminator, as Windows stores it.
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -62,6 +63,14 @@ constexpr std::uint32_t Write = 0x20006;
 constexpr std::uint32_t ReadWrite = 0x2001F;
 constexpr std::uint32_t AllAccess = 0xF003F;
 }  // namespace RegAccess
+
+// Windows' own limits, which the hive keeps too: a name longer than these or a tree deeper
+// than this cannot be made.
+namespace RegLimit {
+constexpr std::size_t KeyNameLength = 255;
+constexpr std::size_t ValueNameLength = 16383;
+constexpr std::size_t KeyDepth = 512;  // names below the root key
+}  // namespace RegLimit
 
 class Registry {
  public:

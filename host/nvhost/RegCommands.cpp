@@ -1,3 +1,6 @@
+#include <fstream>
+
+#include "common/FileKind.h"
 #include "common/Utf.h"
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
@@ -9,9 +12,36 @@
 namespace nv {
 namespace {
 
+// A registry file read from disk a piece at a time.
+class RegFileOnDisk final : public RegByteSource {
+ public:
+  explicit RegFileOnDisk(const std::string& path) : path_(path), in_(path, std::ios::binary) {
+    if (!in_) throw std::runtime_error("cannot open " + path);
+  }
+  std::size_t Read(char* buffer, std::size_t size) override {
+    in_.read(buffer, static_cast<std::streamsize>(size));
+    if (in_.bad()) throw std::runtime_error("cannot read " + path_);
+    return static_cast<std::size_t>(in_.gcount());
+  }
+
+ private:
+  std::string path_;
+  std::ifstream in_;
+};
+
 int Import(Session& session, const std::string& file) {
-  const std::vector<RegFileOperation> operations = ParseRegFile(ReadInputBytes(file));
-  ApplyRegFile(session.OpenRegistry(), operations);
+  if (file == "-") {
+    // Standard input cannot be read twice (a check, then the writes): it is held whole.
+    const std::string bytes = ReadInputBytes(file);
+    ImportRegFile(session.OpenRegistry(), [&bytes] { return std::make_unique<RegBytesInMemory>(bytes); });
+    return 0;
+  }
+  // A FIFO would block the open and a device would be read without end.
+  if (const std::string kind = NonRegularFileKind(file); !kind.empty())
+    throw std::runtime_error("cannot import " + file + ": it is " + kind + ", not a regular file");
+  auto open = [&file] { return std::make_unique<RegFileOnDisk>(file); };
+  open();  // a missing file is said before the hive is opened
+  ImportRegFile(session.OpenRegistry(), open);
   return 0;
 }
 
@@ -27,13 +57,17 @@ int Export(Session& session, const std::string& keyText, const std::string* file
   key.Reset();
   // A file is written as regedit writes one (UTF-16 with a byte-order mark); the
   // terminator gets UTF-8, which the import reads as well.
-  const std::string bytes = ExportRegKey(registry, *path, file != nullptr);
+  std::vector<std::string> leftOut;
+  const std::string bytes = ExportRegKey(registry, *path, file != nullptr, leftOut);
   if (file == nullptr) {
     session.Out() << bytes;
-    return 0;
+  } else {
+    WriteOutputBytes(*file, bytes);
   }
-  WriteOutputBytes(*file, bytes);
-  return 0;
+  if (leftOut.empty()) return 0;
+  session.Err() << "nvhost reg: the export left out what a .reg file cannot carry or the hive cannot give:\n";
+  for (const std::string& line : leftOut) session.Err() << "  " << line << "\n";
+  return ExitCode::IoError;
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 #pragma once
 // Registry files as regedit reads and writes them: "Windows Registry Editor Version 5.00"
-// (UTF-16LE with a byte-order mark, or UTF-8) and "REGEDIT4" (ANSI). A file is parsed whole
-// before anything is applied, and applied as one batch.
+// (UTF-16LE with a byte-order mark, or UTF-8) and "REGEDIT4" (ANSI). A file is read a line at
+// a time; an import reads it through once to check it, then again to apply it as one batch,
+// so that a fault anywhere applies nothing and the whole file is never held in memory.
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -11,6 +14,7 @@
 #include <vector>
 
 #include "common/Text.h"
+#include "host/regfile/RegFileText.h"
 #include "store/Registry.h"
 
 namespace nv {
@@ -53,16 +57,27 @@ struct RegFileOperation {
   bool operator==(const RegFileOperation&) const = default;
 };
 
-// Throws RegFileError with the line of the first fault.
+// Reads the file from `source`, handing each operation to `sink` as soon as it is read.
+// Throws RegFileError with the line of the first fault (names the registry cannot hold
+// included).
+void ReadRegFile(RegByteSource& source, const std::function<void(RegFileOperation&)>& sink);
+
+// The operations of a file in memory. Throws RegFileError with the line of the first fault.
 std::vector<RegFileOperation> ParseRegFile(std::string_view fileBytes);
 
 // Applies everything or nothing (where the registry can promise it): one batch, abandoned
 // when a step fails, which throws RegFileError naming the step's line.
 void ApplyRegFile(Registry& registry, const std::vector<RegFileOperation>& operations);
 
+// A file from a source that `openSource` opens afresh for each reading: checked whole first,
+// then applied as ApplyRegFile does, holding one operation at a time.
+void ImportRegFile(Registry& registry, const std::function<std::unique_ptr<RegByteSource>()>& openSource);
+
 // The key and every key below it, depth-first in enumeration order, as regedit writes them
 // (CRLF lines). `utf16` gives UTF-16LE with a byte-order mark, as regedit's files; otherwise
-// UTF-8. Throws std::runtime_error when the key cannot be read or a name cannot be written.
-std::string ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16);
+// UTF-8. What a .reg file cannot carry (a name with a line break, keys deeper than the
+// registry allows) and what cannot be read is left out and listed in `leftOut`, one line each;
+// everything else is written. Throws std::runtime_error when the key itself cannot be read.
+std::string ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16, std::vector<std::string>& leftOut);
 
 }  // namespace nv

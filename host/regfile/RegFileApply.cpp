@@ -1,59 +1,85 @@
 #include "common/Utf.h"
 #include "host/regfile/RegFile.h"
 #include "store/RegistryKey.h"
+#include "store/RegistryStatusText.h"
 
 namespace nv {
 namespace {
 
-[[noreturn]] void Failed(const RegFileOperation& operation, const char* what, RegStatus status) {
-  throw RegFileError(operation.line,
-                     std::string("cannot ") + what + " " +
-                         ToUtf8(KeyPathText(operation.key.root, operation.key.subKey)) +
-                         (operation.name.empty() ? std::string() : " \"" + ToUtf8(operation.name) + "\"") + " (error " +
-                         std::to_string(status) + ")");
-}
+// Applies operations one at a time, keeping open the key the value lines go to.
+class Applier {
+ public:
+  explicit Applier(Registry& registry) : registry_(registry) {}
 
-void ApplyAll(Registry& registry, const std::vector<RegFileOperation>& operations) {
-  using Kind = RegFileOperation::Kind;
-  UniqueRegKey key;  // the key of the value lines that follow, opened once
-  const RegKeyPath* keyPath = nullptr;
-  for (const RegFileOperation& operation : operations) {
+  void Apply(const RegFileOperation& operation) {
+    using Kind = RegFileOperation::Kind;
     if (operation.kind == Kind::DeleteKey) {
-      key.Reset();
-      keyPath = nullptr;
-      const RegStatus status = registry.DeleteTree(operation.key.root, operation.key.subKey);
+      key_.Reset();
+      keyPath_.reset();
+      const RegStatus status = registry_.DeleteTree(operation.key.root, operation.key.subKey);
       if (status != RegError::Success && status != RegError::FileNotFound) Failed(operation, "delete", status);
-      continue;
+      return;
     }
-    if (operation.kind == Kind::CreateKey || keyPath == nullptr || !(*keyPath == operation.key)) {
+    if (operation.kind == Kind::CreateKey || !keyPath_ || !(*keyPath_ == operation.key)) {
       const RegStatus status =
-          CreateUniqueKey(registry, operation.key.root, operation.key.subKey, RegAccess::ReadWrite, key);
+          CreateUniqueKey(registry_, operation.key.root, operation.key.subKey, RegAccess::ReadWrite, key_);
       if (status != RegError::Success) Failed(operation, "create", status);
-      keyPath = &operation.key;
+      keyPath_ = operation.key;
     }
     if (operation.kind == Kind::SetValue) {
-      const RegStatus status = registry.SetValue(key.Get(), operation.name, operation.type, operation.data.data(),
-                                                 static_cast<std::uint32_t>(operation.data.size()));
+      const RegStatus status = registry_.SetValue(key_.Get(), operation.name, operation.type, operation.data.data(),
+                                                  static_cast<std::uint32_t>(operation.data.size()));
       if (status != RegError::Success) Failed(operation, "set a value of", status);
     } else if (operation.kind == Kind::DeleteValue) {
-      const RegStatus status = registry.DeleteValue(key.Get(), operation.name);
+      const RegStatus status = registry_.DeleteValue(key_.Get(), operation.name);
       if (status != RegError::Success && status != RegError::FileNotFound)
         Failed(operation, "delete a value of", status);
     }
   }
-}
 
-}  // namespace
+ private:
+  [[noreturn]] static void Failed(const RegFileOperation& operation, const char* what, RegStatus status) {
+    throw RegFileError(operation.line,
+                       std::string("cannot ") + what + " " +
+                           ToUtf8(KeyPathText(operation.key.root, operation.key.subKey)) +
+                           (operation.name.empty() ? std::string() : " \"" + ToUtf8(operation.name) + "\"") + " (" +
+                           RegistryStatusText(status) + ")");
+  }
 
-void ApplyRegFile(Registry& registry, const std::vector<RegFileOperation>& operations) {
+  Registry& registry_;
+  UniqueRegKey key_;
+  std::optional<RegKeyPath> keyPath_;
+};
+
+// One batch around `body`, abandoned when it throws.
+template <typename Body>
+void InOneBatch(Registry& registry, Body body) {
   registry.BeginBatch();
   try {
-    ApplyAll(registry, operations);
+    body();
   } catch (...) {
     registry.AbandonBatch();
     throw;
   }
   registry.CommitBatch();
+}
+
+}  // namespace
+
+void ApplyRegFile(Registry& registry, const std::vector<RegFileOperation>& operations) {
+  InOneBatch(registry, [&] {
+    Applier applier(registry);
+    for (const RegFileOperation& operation : operations) applier.Apply(operation);
+  });
+}
+
+void ImportRegFile(Registry& registry, const std::function<std::unique_ptr<RegByteSource>()>& openSource) {
+  // A file with a fault takes no lock and changes nothing, on any registry.
+  ReadRegFile(*openSource(), [](RegFileOperation&) {});
+  InOneBatch(registry, [&] {
+    Applier applier(registry);
+    ReadRegFile(*openSource(), [&](RegFileOperation& operation) { applier.Apply(operation); });
+  });
 }
 
 }  // namespace nv

@@ -1,8 +1,11 @@
+#include <set>
+
 #include "common/CaseMapping.h"
 #include "common/Utf.h"
 #include "host/regfile/RegFile.h"
 #include "host/regfile/RegFileText.h"
 #include "store/RegistryKey.h"
+#include "store/RegistryStatusText.h"
 
 namespace nv {
 namespace {
@@ -21,10 +24,37 @@ struct Value {
   throw std::runtime_error("cannot export " + ToUtf8(keyText) + ": " + why);
 }
 
-void CheckWritable(TextView keyText, TextView name) {
-  if (name.find_first_of(u"\r\n") != TextView::npos)
-    CannotExport(keyText, "the name \"" + ToUtf8(name) + "\" holds a line break, which a .reg file cannot carry");
+bool HasLoneSurrogate(TextView text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char16_t u = text[i];
+    if (u >= 0xD800 && u < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
+      ++i;
+    } else if (u >= 0xD800 && u < 0xE000) {
+      return true;
+    }
+  }
+  return false;
 }
+
+// Why a name cannot be written in the file, or nothing. UTF-8 has no form for a lone surrogate
+// (UTF-16 files do).
+const char* Unwritable(TextView name, bool utf16) {
+  if (name.find_first_of(u"\r\n") != TextView::npos) return "its name holds a line break, which a .reg file cannot carry";
+  if (!utf16 && HasLoneSurrogate(name))
+    return "its name holds a lone surrogate, which UTF-8 cannot carry (a UTF-16 export to a file can)";
+  return nullptr;
+}
+
+// What a damaged or hand-made hive might hold that a .reg file cannot, reported instead of written.
+struct Export {
+  Registry& registry;
+  RegKey root;
+  bool utf16;
+  Text out;
+  std::vector<std::string>& leftOut;
+
+  void LeaveOut(TextView keyText, const std::string& what) { leftOut.push_back(ToUtf8(keyText) + ": " + what); }
+};
 
 Text Quoted(TextView text) {
   Text quoted = u"\"";
@@ -38,7 +68,7 @@ Text Quoted(TextView text) {
 
 // A REG_SZ whose bytes a quoted string gives back exactly: whole units, one terminating zero
 // and no other zero or line break.
-bool IsPlainText(const std::vector<std::uint8_t>& data, Text& text) {
+bool IsPlainText(const std::vector<std::uint8_t>& data, bool utf16, Text& text) {
   if (data.size() < 2 || data.size() % 2 != 0) return false;
   text.clear();
   for (std::size_t i = 0; i + 2 < data.size(); i += 2) {
@@ -46,7 +76,7 @@ bool IsPlainText(const std::vector<std::uint8_t>& data, Text& text) {
     if (unit == u'\0' || unit == u'\r' || unit == u'\n') return false;
     text.push_back(unit);
   }
-  return data[data.size() - 2] == 0 && data[data.size() - 1] == 0;
+  return data[data.size() - 2] == 0 && data[data.size() - 1] == 0 && (utf16 || !HasLoneSurrogate(text));
 }
 
 void AppendHex(Text& out, std::uint32_t number, int digits) {
@@ -67,11 +97,11 @@ void AppendHexList(Text& out, Text line, const std::vector<std::uint8_t>& data) 
   out.append(line).append(kLineEnd);
 }
 
-void AppendValue(Text& out, const Value& value) {
+void AppendValue(Text& out, const Value& value, bool utf16) {
   Text line = value.name.empty() ? Text(u"@") : Quoted(value.name);
   line.push_back(u'=');
   Text text;
-  if (value.type == RegType::Sz && IsPlainText(value.data, text)) {
+  if (value.type == RegType::Sz && IsPlainText(value.data, utf16, text)) {
     out.append(line).append(Quoted(text)).append(kLineEnd);
   } else if (value.type == RegType::Dword && value.data.size() == 4) {
     line.append(u"dword:");
@@ -107,11 +137,15 @@ Text StoredCase(Registry& registry, const RegKeyPath& path) {
     Text name(wanted);
     const Text folded = UpperCase(wanted);
     Text candidate;
+    Text previous;
     for (std::uint32_t i = 0; registry.EnumKey(parent.Get(), i, candidate) == RegError::Success; ++i) {
-      if (UpperCase(candidate) == folded) {
+      const Text upper = UpperCase(candidate);
+      if (upper == folded) {
         name = candidate;
         break;
       }
+      if (i > 0 && !(previous < upper)) break;  // out of order: a damaged hive; keep the caller's spelling
+      previous = upper;
     }
     if (!stored.empty()) stored.push_back(u'\\');
     stored.append(name);
@@ -122,44 +156,86 @@ Text StoredCase(Registry& registry, const RegKeyPath& path) {
   return stored;
 }
 
-void AppendKey(Registry& registry, RegKey root, const Text& subKey, Text& out) {
-  const Text keyText = KeyPathText(root, subKey);
-  CheckWritable(keyText, subKey);
+// Sub-keys come in strictly increasing order of their upper-cased names and values have
+// distinct names; a repeat can only come from a damaged hive, and ends the listing instead
+// of looping over it.
+void AppendKey(Export& exporting, const Text& subKey, std::size_t depth, bool top) {
+  Registry& registry = exporting.registry;
+  const Text keyText = KeyPathText(exporting.root, subKey);
   UniqueRegKey key;
-  if (const RegStatus status = OpenUniqueKey(registry, root, subKey, RegAccess::Read, key); status != RegError::Success)
-    CannotExport(keyText, "the key cannot be opened (error " + std::to_string(status) + ")");
+  if (const RegStatus status = OpenUniqueKey(registry, exporting.root, subKey, RegAccess::Read, key);
+      status != RegError::Success) {
+    if (top) CannotExport(keyText, "the key cannot be opened (" + RegistryStatusText(status) + ")");
+    exporting.LeaveOut(keyText, "the key cannot be opened (" + RegistryStatusText(status) + ")");
+    return;
+  }
 
   std::vector<Value> values;
+  std::set<Text> seen;
   Value value;
   std::uint32_t index = 0;
   RegStatus status;
   while ((status = registry.EnumValue(key.Get(), index++, value.name, value.type, value.data)) == RegError::Success) {
-    CheckWritable(keyText, value.name);
+    if (!seen.insert(UpperCase(value.name)).second) {
+      exporting.LeaveOut(keyText, "its values repeat (a damaged hive): the values after \"" + ToUtf8(value.name) +
+                                      "\" are left out");
+      break;
+    }
+    if (const char* why = Unwritable(value.name, exporting.utf16)) {
+      exporting.LeaveOut(keyText, "the value \"" + ToUtf8(value.name) + "\" is left out: " + why);
+      continue;
+    }
     // regedit writes the default value first.
     values.insert(value.name.empty() ? values.begin() : values.end(), value);
   }
-  if (status != RegError::NoMoreItems)
-    CannotExport(keyText, "its values cannot be listed (error " + std::to_string(status) + ")");
+  if (status != RegError::Success && status != RegError::NoMoreItems)
+    exporting.LeaveOut(keyText, "its values cannot all be listed (" + RegistryStatusText(status) + ")");
+  seen.clear();
   std::vector<Text> children;
-  Text child;
+  Text child, previous;
   index = 0;
-  while ((status = registry.EnumKey(key.Get(), index++, child)) == RegError::Success) children.push_back(child);
-  if (status != RegError::NoMoreItems)
-    CannotExport(keyText, "its sub-keys cannot be listed (error " + std::to_string(status) + ")");
+  while ((status = registry.EnumKey(key.Get(), index++, child)) == RegError::Success) {
+    Text upper = UpperCase(child);
+    if (!children.empty() && !(previous < upper)) {
+      exporting.LeaveOut(keyText, "its sub-keys repeat or are out of order (a damaged hive): those after \"" +
+                                      ToUtf8(children.back()) + "\" are left out");
+      break;
+    }
+    previous = std::move(upper);
+    children.push_back(child);
+  }
+  if (status != RegError::Success && status != RegError::NoMoreItems)
+    exporting.LeaveOut(keyText, "its sub-keys cannot all be listed (" + RegistryStatusText(status) + ")");
   key.Reset();
 
+  Text& out = exporting.out;
   out.append(u"[").append(keyText).append(u"]").append(kLineEnd);
-  for (const Value& v : values) AppendValue(out, v);
+  for (const Value& v : values) AppendValue(out, v, exporting.utf16);
   out.append(kLineEnd);
-  for (const Text& name : children) AppendKey(registry, root, subKey.empty() ? name : subKey + u"\\" + name, out);
+  for (const Text& name : children) {
+    const Text childText = KeyPathText(exporting.root, subKey.empty() ? name : subKey + u"\\" + name);
+    if (const char* why = Unwritable(name, exporting.utf16)) {
+      exporting.LeaveOut(childText, std::string("left out with everything below it: ") + why);
+    } else if (depth + 1 > RegLimit::KeyDepth) {
+      exporting.LeaveOut(childText, "left out with everything below it: deeper than the " +
+                                        std::to_string(RegLimit::KeyDepth) + " levels the registry allows");
+    } else {
+      AppendKey(exporting, subKey.empty() ? name : subKey + u"\\" + name, depth + 1, false);
+    }
+  }
 }
 
 }  // namespace
 
-std::string ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16) {
-  Text out = u"Windows Registry Editor Version 5.00";
-  out.append(kLineEnd).append(kLineEnd);
-  AppendKey(registry, key.root, StoredCase(registry, key), out);
+std::string ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16, std::vector<std::string>& leftOut) {
+  Export exporting{registry, key.root, utf16, u"Windows Registry Editor Version 5.00", leftOut};
+  exporting.out.append(kLineEnd).append(kLineEnd);
+  const Text subKey = StoredCase(registry, key);
+  std::size_t depth = 0;
+  for (const char16_t c : subKey) depth += c == u'\\';
+  if (const char* why = Unwritable(subKey, utf16)) CannotExport(KeyPathText(key.root, subKey), why);
+  AppendKey(exporting, subKey, subKey.empty() ? 0 : depth + 1, true);
+  const Text& out = exporting.out;
   if (!utf16) return ToUtf8(out);
   const std::vector<std::uint8_t> bytes = Utf16Bytes(out, false);
   std::string file = "\xFF\xFE";

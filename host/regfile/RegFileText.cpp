@@ -1,5 +1,8 @@
 #include "host/regfile/RegFileText.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "common/Utf.h"
 #include "host/regfile/RegFile.h"
 
@@ -8,72 +11,136 @@ namespace {
 
 constexpr TextView kVersion5Header = u"Windows Registry Editor Version 5.00";
 constexpr TextView kRegedit4Header = u"REGEDIT4";
+constexpr std::size_t kChunk = 1 << 16;
+// Above this, the room a long line needed is given back once the line is read.
+constexpr std::size_t kKeptCapacity = 1 << 22;
 
 TextView TrimEnd(TextView line) {
   while (!line.empty() && (line.back() == u' ' || line.back() == u'\t')) line.remove_suffix(1);
   return line;
 }
 
-template <typename Unit>
-std::vector<std::basic_string_view<Unit>> SplitLines(std::basic_string_view<Unit> text) {
-  std::vector<std::basic_string_view<Unit>> lines;
-  for (;;) {
-    const std::size_t end = text.find(Unit('\n'));
-    auto line = text.substr(0, end);
-    if (!line.empty() && line.back() == Unit('\r')) line.remove_suffix(1);
-    lines.push_back(line);
-    if (end == std::basic_string_view<Unit>::npos) return lines;
-    text.remove_prefix(end + 1);
-  }
-}
-
-RegFileText FromUtf16(std::string_view bytes) {
-  if (bytes.size() % 2 != 0) throw RegFileError(1, "the file is UTF-16 but has an odd number of bytes");
-  Text units(bytes.size() / 2, u'\0');
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    units[i] = static_cast<char16_t>(static_cast<unsigned char>(bytes[2 * i]) |
-                                     static_cast<unsigned char>(bytes[2 * i + 1]) << 8);
-  }
-  RegFileText file;
-  for (const TextView line : SplitLines<char16_t>(units)) file.lines.emplace_back(line);
-  return file;
-}
-
-RegFileText FromBytes(std::string_view bytes) {
-  const auto lines = SplitLines<char>(bytes);
-  const bool regedit4 = TrimEnd(FromUtf8(lines.front())) == kRegedit4Header;
-  // ANSI files may be either; a version 5 file that is not UTF-16 must be UTF-8.
-  const bool utf8 = !regedit4 || IsUtf8(bytes);
-  RegFileText file;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (utf8 && !IsUtf8(lines[i])) throw RegFileError(i + 1, "the line is not valid UTF-8");
-    file.lines.push_back(utf8 ? FromUtf8(lines[i]) : FromCp1252(lines[i]));
-  }
-  return file;
-}
-
 }  // namespace
 
-RegFileText DecodeRegFile(std::string_view bytes) {
-  RegFileText file;
-  if (bytes.starts_with("\xFF\xFE")) {
-    file = FromUtf16(bytes.substr(2));
-  } else if (bytes.starts_with("\xFE\xFF")) {
-    throw RegFileError(1, "UTF-16 big-endian files are not supported (regedit writes little-endian)");
-  } else {
-    file = FromBytes(bytes.starts_with("\xEF\xBB\xBF") ? bytes.substr(3) : bytes);
+std::size_t RegBytesInMemory::Read(char* buffer, std::size_t size) {
+  const std::size_t n = std::min(size, bytes_.size());
+  std::memcpy(buffer, bytes_.data(), n);
+  bytes_.remove_prefix(n);
+  return n;
+}
+
+RegLineReader::RegLineReader(RegByteSource& source) : source_(source), buffer_(kChunk) {
+  while (end_ - begin_ < 3 && Fill()) {
   }
-  const TextView header = TrimEnd(file.lines.front());
-  if (header == kVersion5Header) {
-    file.format = RegFileFormat::Version5;
-  } else if (header == kRegedit4Header && !bytes.starts_with("\xFF\xFE")) {
-    file.format = RegFileFormat::Regedit4;
+  const std::string_view start(buffer_.data() + begin_, end_ - begin_);
+  if (start.starts_with("\xFF\xFE")) {
+    utf16_ = true;
+    begin_ += 2;
+  } else if (start.starts_with("\xFE\xFF")) {
+    throw RegFileError(1, "UTF-16 big-endian files are not supported (regedit writes little-endian)");
+  } else if (start.starts_with("\xEF\xBB\xBF")) {
+    begin_ += 3;
+  }
+  std::string_view raw;
+  if (!NextRawLine(raw)) raw = {};
+  lineNumber_ = 1;
+  Text header;
+  if (utf16_) {
+    Decode(raw, header);
+  } else {
+    header = FromUtf8(raw);
+    while (!header.empty() && header.back() == u'\r') header.pop_back();
+  }
+  const TextView trimmed = TrimEnd(header);
+  if (trimmed == kVersion5Header) {
+    format_ = RegFileFormat::Version5;
+  } else if (trimmed == kRegedit4Header && !utf16_) {
+    format_ = RegFileFormat::Regedit4;
   } else {
     throw RegFileError(1,
                        "not a registry file: the first line must be \"Windows Registry Editor Version 5.00\""
                        " or \"REGEDIT4\" (REGEDIT4 files are ANSI, never UTF-16)");
   }
-  return file;
+}
+
+// Keeps the bytes not yet given out at the front of the buffer and reads more behind them;
+// the buffer grows only while one line is longer than it.
+bool RegLineReader::Fill() {
+  if (atEnd_) return false;
+  if (begin_ > 0) {
+    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+    end_ -= begin_;
+    begin_ = 0;
+  }
+  if (buffer_.size() - end_ < kChunk / 2) buffer_.resize(std::max(buffer_.size() * 2, end_ + kChunk));
+  const std::size_t n = source_.Read(buffer_.data() + end_, buffer_.size() - end_);
+  if (n == 0) {
+    atEnd_ = true;
+    return false;
+  }
+  end_ += n;
+  return true;
+}
+
+bool RegLineReader::NextRawLine(std::string_view& raw) {
+  const std::size_t step = utf16_ ? 2 : 1;
+  std::size_t scanned = begin_;
+  for (;;) {
+    for (; scanned + step <= end_; scanned += step) {
+      if (buffer_[scanned] == '\n' && (!utf16_ || buffer_[scanned + 1] == '\0')) {
+        raw = std::string_view(buffer_.data() + begin_, scanned - begin_);
+        begin_ = scanned + step;
+        return true;
+      }
+    }
+    const std::size_t offset = scanned - begin_;
+    if (!Fill()) break;
+    scanned = begin_ + offset;
+  }
+  if (begin_ == end_) return false;
+  if (utf16_ && (end_ - begin_) % 2 != 0)
+    throw RegFileError(lineNumber_ + 1, "the file is UTF-16 but has an odd number of bytes");
+  raw = std::string_view(buffer_.data() + begin_, end_ - begin_);
+  begin_ = end_;
+  return true;
+}
+
+void RegLineReader::Decode(std::string_view raw, Text& line) {
+  if (utf16_) {
+    line.resize(raw.size() / 2);
+    for (std::size_t i = 0; i < line.size(); ++i) {
+      line[i] = static_cast<char16_t>(static_cast<unsigned char>(raw[2 * i]) |
+                                      static_cast<unsigned char>(raw[2 * i + 1]) << 8);
+    }
+    while (!line.empty() && line.back() == u'\r') line.pop_back();
+  } else {
+    while (!raw.empty() && raw.back() == '\r') raw.remove_suffix(1);
+    if (IsStandardUtf8(raw)) {
+      line = FromUtf8(raw);
+    } else if (format_ == RegFileFormat::Regedit4) {
+      line = FromCp1252(raw);  // an ANSI file may be either, line by line
+    } else {
+      throw RegFileError(lineNumber_,
+                         "the line is not valid UTF-8 (a version 5 file that is not UTF-16 must be UTF-8)");
+    }
+  }
+}
+
+bool RegLineReader::Next(Text& line) {
+  std::string_view raw;
+  if (!NextRawLine(raw)) return false;
+  ++lineNumber_;
+  if (line.capacity() > kKeptCapacity) Text().swap(line);
+  Decode(raw, line);
+  if (buffer_.size() > kKeptCapacity && end_ - begin_ < kChunk) {
+    std::vector<char> smaller(buffer_.begin() + static_cast<std::ptrdiff_t>(begin_),
+                              buffer_.begin() + static_cast<std::ptrdiff_t>(end_));
+    smaller.resize(kChunk);
+    end_ -= begin_;
+    begin_ = 0;
+    buffer_.swap(smaller);
+  }
+  return true;
 }
 
 std::vector<std::uint8_t> Utf16Bytes(TextView text, bool terminated) {

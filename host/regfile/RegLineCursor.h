@@ -1,25 +1,26 @@
 #pragma once
-// Reading position in a registry file's lines; a hex list may go on over the next lines.
+// Reading position in a registry file's current line; a hex list may go on over the next
+// lines, which the cursor then reads from the file.
 #include <cstddef>
 #include <string>
-#include <vector>
 
 #include "common/Text.h"
 #include "host/regfile/RegFile.h"
+#include "host/regfile/RegFileText.h"
 
 namespace nv {
 
 class RegLineCursor {
  public:
-  RegLineCursor(const std::vector<Text>& lines, std::size_t index) : lines_(lines), index_(index) {}
+  // At the start of `line`, the line `reader` gave last.
+  RegLineCursor(RegLineReader& reader, Text& line) : reader_(reader), line_(line) {}
 
-  std::size_t Index() const noexcept { return index_; }
-  std::size_t LineNumber() const noexcept { return index_ + 1; }
-  bool AtEnd() const noexcept { return position_ >= Line().size(); }
+  std::size_t LineNumber() const noexcept { return reader_.LineNumber(); }
+  bool AtEnd() const noexcept { return position_ >= line_.size(); }
   // The current unit; only meaningful when not AtEnd().
-  char16_t Peek() const noexcept { return AtEnd() ? u'\0' : Line()[position_]; }
-  char16_t Next() noexcept { return AtEnd() ? u'\0' : Line()[position_++]; }
-  TextView Rest() const noexcept { return TextView(Line()).substr(AtEnd() ? Line().size() : position_); }
+  char16_t Peek() const noexcept { return AtEnd() ? u'\0' : line_[position_]; }
+  char16_t Next() noexcept { return AtEnd() ? u'\0' : line_[position_++]; }
+  TextView Rest() const noexcept { return TextView(line_).substr(AtEnd() ? line_.size() : position_); }
 
   void SkipBlanks() noexcept {
     while (!AtEnd() && (Peek() == u' ' || Peek() == u'\t')) ++position_;
@@ -44,15 +45,14 @@ class RegLineCursor {
   // At a backslash with nothing but blanks after it on its line.
   bool AtContinuation() const noexcept {
     if (AtEnd() || Peek() != u'\\') return false;
-    for (std::size_t i = position_ + 1; i < Line().size(); ++i) {
-      if (Line()[i] != u' ' && Line()[i] != u'\t') return false;
+    for (std::size_t i = position_ + 1; i < line_.size(); ++i) {
+      if (line_[i] != u' ' && line_[i] != u'\t') return false;
     }
     return true;
   }
   // Moves to the text of the next line; false at the end of the file.
-  bool NextLine() noexcept {
-    if (index_ + 1 >= lines_.size()) return false;
-    ++index_;
+  bool NextLine() {
+    if (!reader_.Next(line_)) return false;
     position_ = 0;
     SkipBlanks();
     return true;
@@ -61,10 +61,8 @@ class RegLineCursor {
   [[noreturn]] void Fail(const std::string& reason) const { throw RegFileError(LineNumber(), reason); }
 
  private:
-  const Text& Line() const noexcept { return lines_[index_]; }
-
-  const std::vector<Text>& lines_;
-  std::size_t index_;
+  RegLineReader& reader_;
+  Text& line_;
   std::size_t position_ = 0;
 };
 

@@ -26,7 +26,10 @@ class RegFile : public ::testing::Test {
   Registry& Reg() { return owner_->Get(); }
   static Text Path(TextView subKey) { return u"SOFTWARE\\NOVRA\\" + Text(subKey); }
   std::string Export(TextView subKey, bool utf16 = false) {
-    return ExportRegKey(Reg(), {RegRoot::LocalMachine, Path(subKey)}, utf16);
+    std::vector<std::string> leftOut;
+    std::string file = ExportRegKey(Reg(), {RegRoot::LocalMachine, Path(subKey)}, utf16, leftOut);
+    EXPECT_TRUE(leftOut.empty()) << leftOut.front();
+    return file;
   }
   bool Exists(TextView subKey) {
     UniqueRegKey key;
@@ -98,8 +101,21 @@ TEST_F(RegFile, ExportWritesWhatRegeditWrites) {
   const Bytes wide = BytesFromText(FromUtf8(expected));
   EXPECT_EQ(Export(u"X", true), "\xFF\xFE" + std::string(wide.begin(), wide.end() - 2));
   EXPECT_THROW(Export(u"Missing"), std::runtime_error);
-  PutRaw(u"X\\Zed", u"line\nbreak", RegType::Binary, {});  // no .reg file can hold this name
-  EXPECT_THROW(Export(u"X"), std::runtime_error);
+}
+
+// What a .reg file cannot carry is left out and listed, and everything else is written.
+TEST_F(RegFile, ExportLeavesOutWhatAFileCannotCarry) {
+  const Text surrogate(1, char16_t(0xD800));
+  PutRaw(u"Odd", u"kept", RegType::Binary, {1});
+  PutRaw(u"Odd", u"lone" + surrogate, RegType::Binary, {2});
+  PutRaw(u"Odd\\Sub" + surrogate, u"v", RegType::Binary, {3});
+  for (const bool utf16 : {true, false}) {
+    std::vector<std::string> leftOut;
+    const std::string file = ExportRegKey(Reg(), {RegRoot::LocalMachine, Path(u"Odd")}, utf16, leftOut);
+    EXPECT_NE(file.find(utf16 ? std::string("k\0e\0p\0t\0", 8) : "kept"), std::string::npos);
+    // UTF-8 has no form for a lone surrogate; the UTF-16 file keeps both.
+    EXPECT_EQ(leftOut.size(), utf16 ? 0u : 2u);
+  }
 }
 
 TEST_F(RegFile, ExportThenImportReproducesTheKeyExactly) {
@@ -109,7 +125,7 @@ TEST_F(RegFile, ExportThenImportReproducesTheKeyExactly) {
   PutRaw(u"RT\\MixedCase", u"Zeta", RegType::Sz, BytesFromText(u"élève \"quoted\" \\ back"));
   PutRaw(u"RT\\MixedCase", u"alpha", RegType::Sz, {0, 0, 'x', 0, 0, 0});
   PutRaw(u"RT\\MixedCase", u"crlf", RegType::Sz, BytesFromText(u"a\r\nb"));
-  PutRaw(u"RT\\MixedCase", u"lone" + surrogate, RegType::Sz, BytesFromText(u"x" + surrogate));
+  PutRaw(u"RT\\MixedCase", u"lone", RegType::Sz, BytesFromText(u"x" + surrogate));
   PutRaw(u"RT\\MixedCase", u"big", RegType::Binary, Bytes(3000, 0x5C));
   PutRaw(u"RT\\MixedCase", u"typed", 0x12345678u, {1, 2, 3});
   PutRaw(u"RT\\MixedCase", u"multi", RegType::MultiSz, BytesFromText(Text(u"a\0b\0", 4)));
