@@ -1,6 +1,8 @@
 #include "platform/posix/HiveFile.h"
 
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
@@ -11,7 +13,9 @@
 #include <string_view>
 #include <vector>
 
+#include "common/FileKind.h"
 #include "common/Utf.h"
+#include "platform/posix/HiveCheck.h"
 #include "platform/posix/HiveKeyPath.h"
 #include "platform/posix/SqliteRun.h"
 #include "store/Registry.h"
@@ -56,17 +60,32 @@ constexpr Root kRoots[] = {{RegRoot::ClassesRoot, u"HKEY_CLASSES_ROOT"},
                            {RegRoot::Users, u"HKEY_USERS"},
                            {RegRoot::CurrentConfig, u"HKEY_CURRENT_CONFIG"}};
 
+// A file found to be no usable hive, as opposed to one that could not be looked at (busy, say).
+class Refusal : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 [[noreturn]] void Refuse(const std::string& path, std::string_view what) {
+  throw Refusal("hive " + path + " " + std::string(what));
+}
+
+[[noreturn]] void Fail(const std::string& path, std::string_view what) {
   throw std::runtime_error("hive " + path + " " + std::string(what));
+}
+
+std::string Busy() {
+  return "is busy: another process held its lock past the " + std::to_string(kBusyTimeoutMs / 1000) +
+         "-second wait";
 }
 
 std::string Detail(sqlite3* db) { return sqlite3_errmsg(db); }
 
-SqliteDb Connect(const std::string& path, int flags) {
+SqliteDb Connect(const std::string& path, int flags, const std::string& name) {
   sqlite3* raw = nullptr;
-  const int rc = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
+  const int rc = sqlite3_open_v2(name.c_str(), &raw, flags, nullptr);
   SqliteDb db(raw);
-  if (rc != SQLITE_OK) Refuse(path, "cannot be opened: " + (db ? Detail(db.get()) : std::string(sqlite3_errstr(rc))));
+  if (rc != SQLITE_OK) Fail(path, "cannot be opened: " + (db ? Detail(db.get()) : std::string(sqlite3_errstr(rc))));
   sqlite3_extended_result_codes(db.get(), 1);
   sqlite3_busy_timeout(db.get(), kBusyTimeoutMs);
   return db;
@@ -81,8 +100,9 @@ bool QueryOne(sqlite3* db, const std::string& path, std::string_view sql, std::s
     SqliteStatement owned(raw);
     if (rc != SQLITE_OK) {
       if ((rc & 0xFF) == SQLITE_NOTADB || (rc & 0xFF) == SQLITE_ERROR) Refuse(path, "is not an nvextch hive");
-      if ((rc & 0xFF) == SQLITE_CORRUPT) Refuse(path, "is corrupt: " + Detail(db));
-      Refuse(path, "cannot be read: " + Detail(db));
+      if ((rc & 0xFF) == SQLITE_CORRUPT) Refuse(path, "is damaged: " + Detail(db));
+      if ((rc & 0xFF) == SQLITE_BUSY) Fail(path, Busy());
+      Fail(path, "cannot be read: " + Detail(db));
     }
     return owned;
   }();
@@ -90,8 +110,9 @@ bool QueryOne(sqlite3* db, const std::string& path, std::string_view sql, std::s
   if (rc == SQLITE_DONE) return false;
   if (rc != SQLITE_ROW) {
     if ((rc & 0xFF) == SQLITE_NOTADB) Refuse(path, "is not an nvextch hive");
-    if ((rc & 0xFF) == SQLITE_CORRUPT) Refuse(path, "is corrupt: " + Detail(db));
-    Refuse(path, "cannot be read: " + Detail(db));
+    if ((rc & 0xFF) == SQLITE_CORRUPT) Refuse(path, "is damaged: " + Detail(db));
+    if ((rc & 0xFF) == SQLITE_BUSY) Fail(path, Busy());
+    Fail(path, "cannot be read: " + Detail(db));
   }
   const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
   text = bytes == nullptr ? std::string()
@@ -99,39 +120,39 @@ bool QueryOne(sqlite3* db, const std::string& path, std::string_view sql, std::s
   return true;
 }
 
-// Every page read once; a damaged page or b-tree is refused before anything is written.
+// Every page read once and every index compared with its table: a damaged hive is refused
+// before anything is written (and before a walk over a damaged index could go round forever).
 void CheckPages(sqlite3* db, const std::string& path) {
-  const SqliteStatement check = Prepare(db, "PRAGMA quick_check(3)");
-  std::string problems;
-  int rc;
-  while ((rc = sqlite3_step(check.get())) == SQLITE_ROW) {
-    const auto* row = reinterpret_cast<const char*>(sqlite3_column_text(check.get(), 0));
-    std::string_view line = row == nullptr ? std::string_view() : std::string_view(row);
-    if (line == "ok") continue;
-    if (line.starts_with("***")) line.remove_prefix(std::min(line.size(), line.find('\n') + 1));
-    for (const char c : line) problems += c == '\n' ? std::string("; ") : std::string(1, c);
+  std::vector<std::string> problems;
+  try {
+    problems = HiveProblems(db, 3);
+  } catch (const std::runtime_error& e) {
+    if ((sqlite3_errcode(db) & 0xFF) == SQLITE_BUSY) Fail(path, Busy());
+    Fail(path, std::string("cannot be checked: ") + e.what());
   }
-  if (rc != SQLITE_DONE) Refuse(path, "is corrupt: " + Detail(db));
-  if (!problems.empty()) Refuse(path, "is corrupt: " + problems);
+  if (problems.empty()) return;
+  std::string text;
+  for (const std::string& problem : problems) text += (text.empty() ? "" : "; ") + problem;
+  Refuse(path, "is damaged (nvhost hive check FILE lists what is wrong, nvhost hive recover FILE OUT saves what can "
+               "be read): " + text);
 }
 
 // True when the file is a hive of ours, false when it is an empty database that may be set up;
 // refuses anything else. Read-only, so a foreign or damaged file is left exactly as it was.
-bool IsExistingHive(const std::string& path) {
-  const SqliteDb db = Connect(path, SQLITE_OPEN_READONLY);
+bool IsExistingHive(sqlite3* db, const std::string& path) {
   std::string text;
-  QueryOne(db.get(), path, "SELECT count(*) FROM sqlite_schema", text);
+  QueryOne(db, path, "SELECT count(*) FROM sqlite_schema", text);
   if (text == "0") return false;
-  if (!QueryOne(db.get(), path, "SELECT value FROM meta WHERE name = 'format'", text) || text != kFormat)
+  if (!QueryOne(db, path, "SELECT value FROM meta WHERE name = 'format'", text) || text != kFormat)
     Refuse(path, "is not an nvextch hive");
-  if (!QueryOne(db.get(), path, "SELECT value FROM meta WHERE name = 'version'", text))
-    Refuse(path, "is corrupt: it has no format version");
+  if (!QueryOne(db, path, "SELECT value FROM meta WHERE name = 'version'", text))
+    Refuse(path, "is damaged: it has no format version");
   std::int64_t version = 0;
   const auto [end, parsed] = std::from_chars(text.data(), text.data() + text.size(), version);
   if (parsed != std::errc() || end != text.data() + text.size() || version < 1)
-    Refuse(path, "is corrupt: its format version is \"" + text + "\"");
+    Refuse(path, "is damaged: its format version is \"" + text + "\"");
   if (version > kVersion) Refuse(path, "was written by a newer nvextch (hive format " + text + ")");
-  CheckPages(db.get(), path);
+  CheckPages(db, path);
   return true;
 }
 
@@ -145,10 +166,11 @@ void SwitchToWal(sqlite3* db, const std::string& path) {
     sqlite3_reset(pragma.get());
     sqlite3_sleep(2);
   }
-  if (rc != SQLITE_ROW) Refuse(path, "cannot be opened: " + Detail(db));
+  if ((rc & 0xFF) == SQLITE_BUSY) Fail(path, Busy());
+  if (rc != SQLITE_ROW) Fail(path, "cannot be opened: " + Detail(db));
   const auto* mode = reinterpret_cast<const char*>(sqlite3_column_text(pragma.get(), 0));
   if (mode == nullptr || std::string_view(mode) != "wal")
-    Refuse(path, "cannot use write-ahead logging (journal mode " + std::string(mode == nullptr ? "?" : mode) + ")");
+    Fail(path, "cannot use write-ahead logging (journal mode " + std::string(mode == nullptr ? "?" : mode) + ")");
 }
 
 void CreateParentFolders(const std::string& path) {
@@ -156,7 +178,7 @@ void CreateParentFolders(const std::string& path) {
   std::error_code error;
   if (!parent.empty() && !std::filesystem::is_directory(parent, error)) {
     std::filesystem::create_directories(parent, error);
-    if (error) Refuse(path, "cannot be created: folder " + parent.string() + ": " + error.message());
+    if (error) Fail(path, "cannot be created: folder " + parent.string() + ": " + error.message());
   }
 }
 
@@ -185,32 +207,117 @@ void Initialise(sqlite3* db, const std::string& path) {
   if (rc != SQLITE_OK) {
     const std::string detail = Detail(db);
     Execute(db, "ROLLBACK");
-    Refuse(path, "cannot be set up: " + detail);
+    Fail(path, "cannot be set up: " + detail);
   }
+}
+
+// SQLite's URI form, so that options can follow the name.
+std::string UriOf(const std::string& path, const char* options) {
+  std::string uri = "file:";
+  for (const char c : path) {
+    if (c == '%' || c == '?' || c == '#') {
+      static constexpr char kHex[] = "0123456789ABCDEF";
+      uri += '%';
+      uri += kHex[static_cast<unsigned char>(c) >> 4];
+      uri += kHex[c & 0xF];
+    } else {
+      uri += c;
+    }
+  }
+  return uri + "?" + options;
+}
+
+bool Exists(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::exists(path, error);
+}
+
+bool NoWriteBits(const std::string& path) {
+  struct stat info {};
+  return ::stat(path.c_str(), &info) == 0 && (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+}
+
+std::string FolderOf(const std::string& path) {
+  const std::filesystem::path parent = std::filesystem::path(path).parent_path();
+  return parent.empty() ? std::string(".") : parent.string();
+}
+
+// A reader of a hive in WAL mode needs the shared-memory file beside it; a hive that no
+// writer has open has no log to read, so it is read as it stands and nothing is made.
+SqliteDb ConnectForReading(const std::string& path) {
+  if (Exists(path + "-wal")) return Connect(path, SQLITE_OPEN_READONLY, path);
+  return Connect(path, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, UriOf(path, "immutable=1"));
+}
+
+// After a refusal, the log and shared-memory files that the check's own reader made are
+// removed, unless something has been written to them since.
+void RemoveMadeSidecars(const std::string& path, bool walBefore, bool shmBefore) {
+  std::error_code error;
+  const std::string wal = path + "-wal", shm = path + "-shm";
+  if (!walBefore && Exists(wal) && std::filesystem::file_size(wal, error) == 0 && !error)
+    std::filesystem::remove(wal, error);
+  if (!shmBefore && !Exists(wal)) std::filesystem::remove(shm, error);
 }
 
 }  // namespace
 
-SqliteDb OpenHiveDatabase(const std::string& path) {
-  std::error_code error;
-  const auto status = std::filesystem::status(path, error);
-  if (std::filesystem::is_directory(status)) Refuse(path, "is a folder, not an nvextch hive");
+std::string HiveWriteBlocker(const std::string& path) {
+  if (Exists(path) && (NoWriteBits(path) || ::access(path.c_str(), W_OK) != 0)) return "the file is read-only";
+  const std::string folder = FolderOf(path);
+  if (Exists(folder) && (NoWriteBits(folder) || ::access(folder.c_str(), W_OK | X_OK) != 0))
+    return "its folder " + folder + " is read-only";
+  return {};
+}
+
+SqliteDb OpenHiveForInspection(const std::string& path) {
+  if (path.empty()) Fail(path, "has no name");
+  if (const std::string kind = NonRegularFileKind(path); !kind.empty()) Refuse(path, "is " + kind + ", not a hive");
+  if (!Exists(path)) Fail(path, "does not exist");
+  return ConnectForReading(path);
+}
+
+HiveConnection OpenHiveDatabase(const std::string& path) {
+  if (path.empty()) Fail(path, "has no name");
+  if (const std::string kind = NonRegularFileKind(path); !kind.empty())
+    Refuse(path, "is " + kind + ", not an nvextch hive");
+  const bool exists = Exists(path);
+  std::string blocker = HiveWriteBlocker(path);
   bool ready = false;
-  if (std::filesystem::exists(status)) {
-    if (std::filesystem::file_size(path, error) > 0) ready = IsExistingHive(path);
+  if (exists && !blocker.empty()) {
+    std::error_code error;
+    if (std::filesystem::file_size(path, error) == 0)
+      Refuse(path, "is empty and cannot be set up as a hive: " + blocker);
+    HiveConnection reading{ConnectForReading(path), "hive " + path + " cannot be written: " + blocker};
+    if (!IsExistingHive(reading.db.get(), path))
+      Refuse(path, "is an empty database and cannot be set up as a hive: " + blocker);
+    Execute(reading.db.get(), "PRAGMA foreign_keys = ON");
+    return reading;
+  }
+  if (!exists && !blocker.empty()) Fail(path, "cannot be created: " + blocker);
+  if (exists) {
+    std::error_code error;
+    if (std::filesystem::file_size(path, error) > 0) {
+      const bool walBefore = Exists(path + "-wal"), shmBefore = Exists(path + "-shm");
+      try {
+        ready = IsExistingHive(Connect(path, SQLITE_OPEN_READONLY, path).get(), path);
+      } catch (const Refusal&) {
+        RemoveMadeSidecars(path, walBefore, shmBefore);
+        throw;
+      }
+    }
   } else {
     CreateParentFolders(path);
   }
 
-  SqliteDb db = Connect(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX);
+  SqliteDb db = Connect(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, path);
   // A rollback journal while the tables are created: a process that looks at the same new
   // file meanwhile sees either no tables or all of them.
   if (!ready) Initialise(db.get(), path);
   SwitchToWal(db.get(), path);
   // In WAL mode NORMAL loses no committed write when a process dies, only on power loss.
   if (Execute(db.get(), "PRAGMA synchronous = NORMAL; PRAGMA foreign_keys = ON") != SQLITE_OK)
-    Refuse(path, "cannot be configured: " + Detail(db.get()));
-  return db;
+    Fail(path, "cannot be configured: " + Detail(db.get()));
+  return {std::move(db), {}};
 }
 
 }  // namespace nv

@@ -33,6 +33,8 @@ RegStatus SplitKeyPath(TextView path, std::vector<TextView>& names) {
   }
 }
 
+bool HasLineBreak(TextView name) noexcept { return name.find_first_of(u"\r\n") != TextView::npos; }
+
 void FoldName(TextView name, std::vector<std::uint8_t>& folded) {
   folded.resize(name.size() * 2);
   for (std::size_t i = 0; i < name.size(); ++i) {

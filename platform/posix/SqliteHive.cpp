@@ -34,15 +34,16 @@ std::string FindPathSql(std::size_t depth) {
 }  // namespace
 
 std::unique_ptr<SqliteHive> SqliteHive::Open(const std::string& path) {
-  SqliteDb db = OpenHiveDatabase(path);
+  HiveConnection connection = OpenHiveDatabase(path);
   try {
-    return std::make_unique<SqliteHive>(PrivateTag{}, std::move(db));
+    return std::make_unique<SqliteHive>(PrivateTag{}, std::move(connection.db), std::move(connection.readOnlyReason));
   } catch (const std::runtime_error& e) {
     throw std::runtime_error("hive " + path + " cannot be used: " + e.what());
   }
 }
 
-SqliteHive::SqliteHive(PrivateTag, SqliteDb db) : db_(std::move(db)), nextHandle_(kFirstHandle) {
+SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
+    : db_(std::move(db)), readOnlyReason_(std::move(readOnlyReason)), nextHandle_(kFirstHandle) {
   sqlite3* const d = db_.get();
   statements_.findChild = Prepare(d, "SELECT id FROM keys WHERE parent = ?1 AND folded = ?2");
   statements_.keyExists = Prepare(d, "SELECT 1 FROM keys WHERE id = ?1");
@@ -74,7 +75,7 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db) : db_(std::move(db)), nextHandle
                                        "FROM vals WHERE key = ?1 AND id > ?2 ORDER BY id LIMIT 1");
   for (const RegKey root :
        {RegRoot::ClassesRoot, RegRoot::CurrentUser, RegRoot::LocalMachine, RegRoot::Users, RegRoot::CurrentConfig}) {
-    handles_[root] = KeyAccess{static_cast<std::int64_t>(root), 0xFFFFFFFFu, {}, {}};
+    handles_[root] = KeyAccess{static_cast<std::int64_t>(root), 0xFFFFFFFFu, 0, {}, {}};
   }
   for (std::size_t depth = 2; depth < statements_.findPath.size(); ++depth)
     statements_.findPath[depth] = Prepare(d, FindPathSql(depth));
@@ -93,10 +94,10 @@ bool SqliteHive::Continues(const EnumCursor& cursor, std::uint32_t index) const 
   return cursor.index >= 0 && index == cursor.index + 1 && cursor.changes == sqlite3_total_changes64(db_.get());
 }
 
-RegKey SqliteHive::NewHandle(std::int64_t id, std::uint32_t access) {
+RegKey SqliteHive::NewHandle(std::int64_t id, std::uint32_t access, std::size_t depth) {
   while (handles_.contains(nextHandle_)) nextHandle_ = nextHandle_ >= kLastHandle ? kFirstHandle : nextHandle_ + 4;
   const RegKey handle = nextHandle_;
-  handles_.emplace(handle, KeyAccess{id, access, {}, {}});
+  handles_.emplace(handle, KeyAccess{id, access, depth, {}, {}});
   nextHandle_ = nextHandle_ >= kLastHandle ? kFirstHandle : nextHandle_ + 4;
   return handle;
 }

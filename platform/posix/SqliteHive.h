@@ -27,10 +27,14 @@ class SqliteHive final : public Registry {
   // it was).
   static std::unique_ptr<SqliteHive> Open(const std::string& path);
 
-  SqliteHive(PrivateTag, SqliteDb db);
+  SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason);
   SqliteHive(const SqliteHive&) = delete;
   SqliteHive& operator=(const SqliteHive&) = delete;
   ~SqliteHive() override;
+
+  // Empty when the hive may be written; else why not, naming the file. Writes then fail
+  // with AccessDenied, as on a key opened without write access.
+  const std::string& ReadOnlyReason() const noexcept { return readOnlyReason_; }
 
   RegStatus OpenKey(RegKey parent, TextView subKey, std::uint32_t access, RegKey& result) override;
   RegStatus CreateKey(RegKey parent, TextView subKey, std::uint32_t access, RegKey& result) override;
@@ -69,6 +73,7 @@ class SqliteHive final : public Registry {
   struct KeyAccess {
     std::int64_t id = 0;
     std::uint32_t access = 0;
+    std::size_t depth = 0;  // names below its root
     EnumCursor keys, values;
   };
   struct Statements {
@@ -81,7 +86,7 @@ class SqliteHive final : public Registry {
   KeyAccess* Lookup(RegKey handle);
   // Whether a cursor may go on to `index` without asking where it is again.
   bool Continues(const EnumCursor& cursor, std::uint32_t index) const;
-  RegKey NewHandle(std::int64_t id, std::uint32_t access);
+  RegKey NewHandle(std::int64_t id, std::uint32_t access, std::size_t depth);
   // `otherwise`, or KeyDeleted when key `id` no longer exists.
   RegStatus UnlessDeleted(std::int64_t id, RegStatus otherwise);
   // Follows `names` down from key `id` as far as they exist; `found` names were followed.
@@ -96,6 +101,7 @@ class SqliteHive final : public Registry {
   void ForgetKeysAfter(std::int64_t lastKeyId);
 
   SqliteDb db_;
+  std::string readOnlyReason_;
   Statements statements_;
   std::unordered_map<RegKey, KeyAccess> handles_;  // the roots too, never closed
   RegKey nextHandle_;

@@ -28,7 +28,7 @@ RegStatus SqliteHive::OpenKey(RegKey parent, TextView subKey, std::uint32_t acce
   if ((status = Resolve(id, names_, found)) != RegError::Success) return status;
   if (found < names_.size()) return found == 0 ? UnlessDeleted(fromId, RegError::FileNotFound) : RegError::FileNotFound;
   if (names_.empty() && (status = UnlessDeleted(id, RegError::Success)) != RegError::Success) return status;
-  result = NewHandle(id, access);
+  result = NewHandle(id, access, from->depth + names_.size());
   return RegError::Success;
 }
 
@@ -38,6 +38,7 @@ RegStatus SqliteHive::CreateKey(RegKey parent, TextView subKey, std::uint32_t ac
   if (from == nullptr) return RegError::InvalidHandle;
   const std::int64_t fromId = from->id;
   const bool mayCreate = (from->access & RegAccess::CreateSubKey) != 0;
+  const std::size_t depth = from->depth;
   RegStatus status = SplitKeyPath(subKey, names_);
   if (status != RegError::Success) return status;
   std::int64_t id = fromId;
@@ -45,11 +46,16 @@ RegStatus SqliteHive::CreateKey(RegKey parent, TextView subKey, std::uint32_t ac
   if ((status = Resolve(id, names_, found)) != RegError::Success) return status;
   if (found == names_.size()) {
     if (names_.empty() && (status = UnlessDeleted(id, RegError::Success)) != RegError::Success) return status;
-    result = NewHandle(id, access);
+    result = NewHandle(id, access, depth + names_.size());
     return RegError::Success;
   }
 
   if (!mayCreate) return RegError::AccessDenied;
+  // Windows' limits: what is made here can also be listed, exported and deleted.
+  if (depth + names_.size() > RegLimit::KeyDepth) return RegError::InvalidParameter;
+  for (std::size_t i = found; i < names_.size(); ++i) {
+    if (HasLineBreak(names_[i])) return RegError::InvalidParameter;
+  }
   if ((status = WriteAllowed()) != RegError::Success) return status;
   HiveTransaction transaction(db_.get(), batchDepth_ > 0);
   int rc = transaction.Begin();
@@ -66,7 +72,7 @@ RegStatus SqliteHive::CreateKey(RegKey parent, TextView subKey, std::uint32_t ac
     id = sqlite3_last_insert_rowid(db_.get());
   }
   if ((rc = transaction.Commit()) != SQLITE_OK) return StatusFromSqlite(rc);
-  result = NewHandle(id, access);
+  result = NewHandle(id, access, depth + names_.size());
   return RegError::Success;
 }
 

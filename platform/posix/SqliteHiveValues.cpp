@@ -46,6 +46,7 @@ RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, co
   if (target == nullptr) return RegError::InvalidHandle;
   if (data == nullptr && size > 0) return RegError::NoAccess;
   if ((target->access & RegAccess::SetValue) == 0) return RegError::AccessDenied;
+  if (name.size() > RegLimit::ValueNameLength || HasLineBreak(name)) return RegError::InvalidParameter;
   if (const RegStatus status = WriteAllowed(); status != RegError::Success) return status;
   FoldName(name, folded_);
   // One statement, so the write is atomic without a transaction of its own; a deleted key

@@ -44,8 +44,8 @@ TEST(HiveFile, RefusesWhatIsNotAHiveAndLeavesItAsItWas) {
       {"binary.db", std::string(5000, '\x7F'), nullptr, "is not an nvextch hive"},
       {"foreign.db", "", "CREATE TABLE t(x); INSERT INTO t VALUES(1)", "is not an nvextch hive"},
       {"newer.db", good, "UPDATE meta SET value = 2 WHERE name = 'version'", "newer"},
-      {"pages.db", good.substr(0, 5 * 4096) + std::string(4096, '\x55') + good.substr(6 * 4096), nullptr, "is corrupt"},
-      {"truncated.db", good.substr(0, good.size() / 2), nullptr, "is corrupt"},
+      {"pages.db", good.substr(0, 5 * 4096) + std::string(4096, '\x55') + good.substr(6 * 4096), nullptr, "is damaged"},
+      {"truncated.db", good.substr(0, good.size() / 2), nullptr, "is damaged"},
       {"header.db", good.substr(0, 16) + std::string(84, '\xFF') + good.substr(100), nullptr, ""},
   };
   for (const Case& c : cases) {
