@@ -36,6 +36,9 @@ int RunEditCommand(Session& session, const Words& words);
 int RunTaskCommand(Session& session, const Words& words);
 int RunCheckCommand(Session& session, const Words& words);
 
+// The commands on the hive file itself (hive check, hive recover), natively.
+const std::vector<Command>& HiveFileCommands();
+
 // The --lang language, or else the configured one (the registry is open by then).
 std::int32_t TaskLanguage(const Arguments& arguments);
 

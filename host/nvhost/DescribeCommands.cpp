@@ -9,6 +9,7 @@
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
 #include "host/nvhost/TaskLookup.h"
+#include "host/regfile/RegNameLimits.h"
 #include "plugin/ExtractionChaine.h"
 #include "store/ActionsLayout.h"
 #include "store/ModuleState.h"
@@ -89,6 +90,8 @@ int RunActionCommand(Session& session, const Words& words) {
   values.check = NumberOption(arguments, "--check", 1);
   values.value = TextOption(arguments, "--value");
   RequireTask(session.OpenExistingRegistry(), arguments.positional[1], arguments.positional[2]);
+  RequireRegistryNames(u"SOFTWARE\\NOVRA\\Scenarios\\" + scenario + u"\\Taches\\" + task + u"\\Action\\Goto");
+  session.OpenRegistryForWriting();
   session.Prompt().Answer(values);
 
   // The same editor that the plug-in drives, prepared as the plug-in prepares it.

@@ -10,8 +10,10 @@
 #include "common/Utf.h"
 #include "dialog/HeadlessDialogPresenter.h"
 #include "dialog/RecordingUiServices.h"
+#include "host/ScenarioVariables.h"
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
+#include "host/regfile/RegNameLimits.h"
 #include "plugin/ExtractionChaine.h"
 #include "host/nvhost/ExitCodes.h"
 #include "host/nvhost/TaskLookup.h"
@@ -277,6 +279,8 @@ int RunEditCommand(Session& session, const Words& words) {
                      {"--new", "--no-fields", "--preview", "--confirm", "--apply", "--cancel"});
   RequirePositional(arguments, 2, kUsage);
   const UserPlay play = ReadPlay(arguments);
+  const Text scenario = FromUtf8(arguments.positional[0]);
+  RequireRegistryNames(u"SOFTWARE\\NOVRA\\Scenarios\\" + scenario + u"\\Taches\\" + FromUtf8(arguments.positional[1]));
   if (arguments.Has("--new")) {
     session.OpenRegistry();
   } else {
@@ -284,8 +288,10 @@ int RunEditCommand(Session& session, const Words& words) {
   }
   const std::int16_t function = ChosenFunction(arguments, play);
   RefuseForeignOptions(arguments, function);
-  if (function == FunctionCode::Substrings) {
-    for (const std::string& field : play.fields) ParseLine(field);  // a malformed one is refused before the dialog
+  for (const std::string& field : play.fields) {
+    if (function == FunctionCode::Substrings) ParseLine(field);  // a malformed one is refused before the dialog
+    const Text variable = FromUtf8(field.substr(0, field.find(':')));
+    if (variable.starts_with(u'@')) RequireRegistryNames(VariablesKeyPath(scenario), TextView(variable).substr(1));
   }
   // On a screen, with no button to press, the person at it plays the user.
   if (!play.buttonGiven && !play.anythingPlayed && session.Platform().ShowsWindows()) {
@@ -294,6 +300,11 @@ int RunEditCommand(Session& session, const Words& words) {
     if (arguments.Has("--new")) plugin->SetWorkingMode(0);
     const std::int32_t mode = plugin->ShowWrapper();
     return mode == 1 ? ExitCode::Success : ExitCode::NotFound;
+  }
+  if (play.button == "--cancel") {
+    session.OpenRegistry();
+  } else {
+    session.OpenRegistryForWriting();
   }
   RecordingUiServices ui;
   HeadlessDialogPresenter presenter(ui, [&](FrmExtractionChaine& form) { Play(form, play, session.Out()); });

@@ -18,6 +18,9 @@ class HostPlatform {
   // The registry behind the reg and var commands and the in-process stand-ins; a bad one
   // is raised.
   virtual std::unique_ptr<Registry> OpenRegistry(const std::string& hivePath) = 0;
+  // Why `registry` (as OpenRegistry gave it) cannot be written, naming its file; empty when
+  // it can, or when only trying tells.
+  virtual std::string ReadOnlyReason(Registry& /*registry*/) const { return {}; }
   // A new plug-in object; the registry is open by then.
   virtual std::unique_ptr<PluginClient> CreatePlugin() = 0;
   // Whether the task dialog can be shown on a screen.

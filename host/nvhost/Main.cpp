@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
     try {
       while (next < words.size() && words[next] == "--hive") {
         if (!platform->UsesHiveFile()) throw nv::UsageError("--hive has no meaning here: nvhost works on the registry");
-        if (next + 1 >= words.size()) throw nv::UsageError("option --hive needs a file");
+        if (next + 1 >= words.size() || words[next + 1].empty()) throw nv::UsageError("option --hive needs a file");
         hivePath = words[next + 1];
         next += 2;
       }

@@ -27,13 +27,13 @@ class LinkedPlugin final : public PluginClient {
 class NativePlatform final : public HostPlatform {
  public:
   std::unique_ptr<Registry> OpenRegistry(const std::string& hivePath) override { return SqliteHive::Open(hivePath); }
+  std::string ReadOnlyReason(Registry& registry) const override {
+    return static_cast<SqliteHive&>(registry).ReadOnlyReason();
+  }
   std::unique_ptr<PluginClient> CreatePlugin() override { return std::make_unique<LinkedPlugin>(); }
   bool ShowsWindows() const override { return false; }
   bool UsesHiveFile() const override { return true; }
-  const std::vector<Command>& OwnCommands() const override {
-    static const std::vector<Command> none;
-    return none;
-  }
+  const std::vector<Command>& OwnCommands() const override { return HiveFileCommands(); }
 };
 
 }  // namespace

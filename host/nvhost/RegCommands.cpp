@@ -33,7 +33,7 @@ int Import(Session& session, const std::string& file) {
   if (file == "-") {
     // Standard input cannot be read twice (a check, then the writes): it is held whole.
     const std::string bytes = ReadInputBytes(file);
-    ImportRegFile(session.OpenRegistry(), [&bytes] { return std::make_unique<RegBytesInMemory>(bytes); });
+    ImportRegFile(session.OpenRegistryForWriting(), [&bytes] { return std::make_unique<RegBytesInMemory>(bytes); });
     return 0;
   }
   // A FIFO would block the open and a device would be read without end.
@@ -41,7 +41,7 @@ int Import(Session& session, const std::string& file) {
     throw std::runtime_error("cannot import " + file + ": it is " + kind + ", not a regular file");
   auto open = [&file] { return std::make_unique<RegFileOnDisk>(file); };
   open();  // a missing file is said before the hive is opened
-  ImportRegFile(session.OpenRegistry(), open);
+  ImportRegFile(session.OpenRegistryForWriting(), open);
   return 0;
 }
 

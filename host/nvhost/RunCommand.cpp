@@ -111,6 +111,13 @@ int RunRunCommand(Session& session, const Words& words) {
   } else {
     session.Out() << status << "\n";
   }
+  // The plug-in carries on past a status it could not write; the run did not do its job.
+  std::uint32_t unstored = 0;
+  if (const std::optional<std::string> why = session.FailedWrite(u"Etat", &unstored)) {
+    session.Err() << "nvhost run: the task's status " << unstored << " could not be stored: " << *why
+                  << " (the stored status is " << status << ")\n";
+    return ExitCode::IoError;
+  }
   return status == 2 ? ExitCode::Success : status == 3 ? ExitCode::FailedRun : ExitCode::IoError;
 }
 

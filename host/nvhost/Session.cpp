@@ -3,10 +3,13 @@
 #include <filesystem>
 #include <ostream>
 
+#include <stdexcept>
+
 #include "host/nvhost/ExitCodes.h"
 #include "host/nvhost/TaskLookup.h"
 
 #include "store/ModuleState.h"
+#include "store/RegistryStatusText.h"
 
 namespace nv {
 
@@ -22,13 +25,31 @@ Session::~Session() {
 Registry& Session::OpenRegistry() {
   if (!registry_) {
     registry_ = platform_.OpenRegistry(hivePath_);
+    watched_ = std::make_unique<WriteWatchingRegistry>(*registry_);
     // With no report file, report lines go to standard error.
-    services_ = std::make_unique<NativeHostServices>(*registry_, prompt_,
+    services_ = std::make_unique<NativeHostServices>(*watched_, prompt_,
                                                      [this](const std::string& line) { err_ << line << std::flush; });
-    Module().PlatformRegistry = registry_.get();
+    Module().PlatformRegistry = watched_.get();
     Module().PlatformServices = services_.get();
   }
-  return *registry_;
+  return *watched_;
+}
+
+Registry& Session::OpenRegistryForWriting() {
+  Registry& registry = OpenRegistry();
+  if (std::string reason = platform_.ReadOnlyReason(*registry_); !reason.empty()) throw std::runtime_error(reason);
+  return registry;
+}
+
+std::optional<std::string> Session::FailedWrite(TextView valueName, std::uint32_t* dword) const {
+  if (!watched_) return std::nullopt;
+  const auto failed = watched_->LastFailedWrite(valueName);
+  if (!failed) return std::nullopt;
+  if (dword != nullptr && failed->data.size() == 4) {
+    *dword = failed->data[0] | failed->data[1] << 8 | failed->data[2] << 16 | static_cast<std::uint32_t>(failed->data[3]) << 24;
+  }
+  if (std::string reason = platform_.ReadOnlyReason(*registry_); !reason.empty()) return reason;
+  return RegistryStatusText(failed->status);
 }
 
 Registry& Session::OpenExistingRegistry() {

@@ -127,8 +127,8 @@ int Delete(Session& session, const Arguments& arguments) {
   RequirePositional(arguments, 3, kUsage);
   if (arguments.Has("--json")) throw UsageError("--json does not belong to task delete");
   const std::string& scenario = arguments.positional[1];
-  Registry& registry = session.OpenExistingRegistry();
-  RequireTask(registry, scenario, arguments.positional[2]);
+  RequireTask(session.OpenExistingRegistry(), scenario, arguments.positional[2]);
+  Registry& registry = session.OpenRegistryForWriting();
   UniqueRegKey tasks;
   RegStatus status =
       OpenUniqueKey(registry, RegRoot::LocalMachine, TasksKeyPath(FromUtf8(scenario)), RegAccess::AllAccess, tasks);

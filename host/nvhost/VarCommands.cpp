@@ -9,6 +9,7 @@
 #include "host/nvhost/JsonWriter.h"
 #include "host/nvhost/ValueInput.h"
 #include "store/RegistryKey.h"
+#include "host/regfile/RegNameLimits.h"
 
 namespace nv {
 namespace {
@@ -53,6 +54,7 @@ int Set(Session& session, const Arguments& arguments) {
   const auto& p = arguments.positional;
   const auto file = arguments.Value("--file");
   if (p.size() != (file ? 3u : 4u)) throw UsageError("usage: var set SCENARIO NAME VALUE|--file PATH|-");
+  RequireRegistryNames(VariablesKeyPath(FromUtf8(p[1])), FromUtf8(p[2]));
   Text value;
   if (file) {
     value = DecodeUtf8Input(ReadInputBytes(*file), *file);
@@ -61,7 +63,7 @@ int Set(Session& session, const Arguments& arguments) {
   } else {
     value = FromUtf8(p[3]);
   }
-  ScenarioVariables(session.OpenRegistry()).Set(FromUtf8(p[1]), FromUtf8(p[2]), value);
+  ScenarioVariables(session.OpenRegistryForWriting()).Set(FromUtf8(p[1]), FromUtf8(p[2]), value);
   return ExitCode::Success;
 }
 
@@ -101,7 +103,8 @@ int Unset(Session& session, const Arguments& arguments) {
   RequirePositional(arguments, 3, kUsage);
   RefuseOptions(arguments, {"--file", "--output", "--json"}, "unset");
   const auto& p = arguments.positional;
-  Registry& registry = session.OpenExistingRegistry();
+  session.OpenExistingRegistry();
+  Registry& registry = session.OpenRegistryForWriting();
   UniqueRegKey key;
   RegStatus status =
       OpenUniqueKey(registry, RegRoot::LocalMachine, VariablesKeyPath(FromUtf8(p[1])), RegAccess::ReadWrite, key);

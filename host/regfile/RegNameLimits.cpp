@@ -1,5 +1,7 @@
 #include "host/regfile/RegNameLimits.h"
 
+#include <stdexcept>
+
 #include "common/Utf.h"
 #include "store/Registry.h"
 
@@ -39,6 +41,11 @@ std::string RegistryNameFault(TextView subKey, TextView valueName) {
     return "the value name " + Shown(valueName) + " has " + std::to_string(valueName.size()) +
            " characters; the registry allows at most " + std::to_string(RegLimit::ValueNameLength);
   return LineBreakFault(valueName, "value name");
+}
+
+void RequireRegistryNames(TextView subKey, TextView valueName) {
+  if (std::string fault = RegistryNameFault(subKey, valueName); !fault.empty())
+    throw std::runtime_error(fault + "; nothing was written");
 }
 
 }  // namespace nv

@@ -14,4 +14,7 @@ namespace nv {
 // value name over 16,383 characters.
 std::string RegistryNameFault(TextView subKey, TextView valueName = {});
 
+// The same as a std::runtime_error, for commands that refuse such input before writing.
+void RequireRegistryNames(TextView subKey, TextView valueName = {});
+
 }  // namespace nv
