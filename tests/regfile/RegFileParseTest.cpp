@@ -126,6 +126,24 @@ TEST(RegFileParse, EveryEncodingGivesTheSameOperations) {
   EXPECT_EQ(ansi[3].data, Bytes{0xE9});
 }
 
+// LF, CRLF and CR CR LF, as editors write them, in either encoding.
+TEST(RegFileParse, EveryEditorsLineEndsAreRead) {
+  const auto expected = ParseRegFile(kHeader + "[HKEY_LOCAL_MACHINE\\T]\r\n\"a\"=hex:01,\\\r\n  02\r\n\"b\"=\"x\"\r\n");
+  ASSERT_EQ(expected.size(), 3u);
+  for (const std::string end : {"\n", "\r\n", "\r\r\n"}) {
+    const std::string file = "Windows Registry Editor Version 5.00" + end + end + "[HKEY_LOCAL_MACHINE\\T]" + end +
+                             "\"a\"=hex:01,\\" + end + "  02" + end + "\"b\"=\"x\"" + end;
+    for (const std::string& form : {file, AsUtf16File(file)}) {
+      const auto operations = ParseRegFile(form);
+      ASSERT_EQ(operations.size(), expected.size());
+      for (std::size_t i = 0; i < operations.size(); ++i) {
+        EXPECT_EQ(operations[i].data, expected[i].data);
+        EXPECT_EQ(operations[i].name, expected[i].name);
+      }
+    }
+  }
+}
+
 TEST(RegFileParse, RefusesMalformedFilesWithTheLine) {
   const std::string key = kHeader + "[HKEY_LOCAL_MACHINE\\T]\r\n";  // lines 1 to 3
   const struct Case {
@@ -160,6 +178,18 @@ TEST(RegFileParse, RefusesMalformedFilesWithTheLine) {
       {key + "\"a\"=hex:01,\\\r\n  02,\\\r\n  0g\r\n", 6, "is not a hex byte"},
       {key + "\"a\"=hex:01,\\", 4, "nothing follows"},
       {key + "\"a\"=\"x\"\r\n\"\xC3\"=\"y\"\r\n", 5, "not valid UTF-8"},
+      {key + "\"s\"=\"\xED\xA0\x80\"\r\n", 4, "not valid UTF-8"},  // an encoded surrogate
+      {key + "\"o\"=\"\xC0\xAF\"\r\n", 4, "not valid UTF-8"},      // an overlong form
+      {key + "\"a\rb\"=\"x\"\r\n", 4, "line break (CR)"},
+      {kHeader + "[HKEY_LOCAL_MACHINE\\a\rb]\r\n", 3, "line break (CR)"},
+      {key + "\"" + std::string(16384, 'n') + "\"=\"x\"\r\n", 4, "at most 16383"},
+      {kHeader + "[HKEY_LOCAL_MACHINE\\" + std::string(256, 'k') + "]\r\n", 3, "at most 255"},
+      {kHeader + "[HKEY_LOCAL_MACHINE" + [] {
+         std::string path;
+         for (int level = 0; level < 513; ++level) path += "\\L";
+         return path;
+       }() + "]\r\n",
+       3, "at most 512"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.fragment);
