@@ -53,6 +53,9 @@ struct RegFileOperation {
   std::uint32_t type = RegType::None;
   std::vector<std::uint8_t> data;  // as stored: REG_SZ text is UTF-16LE with its terminator
   std::size_t line = 0;
+  // While a file is read: a "text" value's text, with `data` empty (a long text is not
+  // copied into bytes). ParseRegFile gives it as `data`.
+  std::optional<Text> text;
 
   bool operator==(const RegFileOperation&) const = default;
 };

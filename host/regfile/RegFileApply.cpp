@@ -1,3 +1,5 @@
+#include <bit>
+
 #include "common/Utf.h"
 #include "host/regfile/RegFile.h"
 #include "store/RegistryKey.h"
@@ -27,8 +29,13 @@ class Applier {
       keyPath_ = operation.key;
     }
     if (operation.kind == Kind::SetValue) {
-      const RegStatus status = registry_.SetValue(key_.Get(), operation.name, operation.type, operation.data.data(),
-                                                  static_cast<std::uint32_t>(operation.data.size()));
+      // A text's units are its UTF-16LE bytes on a little-endian machine, terminator included.
+      static_assert(std::endian::native == std::endian::little);
+      const auto* bytes = operation.text ? reinterpret_cast<const std::uint8_t*>(operation.text->c_str())
+                                         : operation.data.data();
+      const std::size_t size = operation.text ? 2 * (operation.text->size() + 1) : operation.data.size();
+      const RegStatus status =
+          registry_.SetValue(key_.Get(), operation.name, operation.type, bytes, static_cast<std::uint32_t>(size));
       if (status != RegError::Success) Failed(operation, "set a value of", status);
     } else if (operation.kind == Kind::DeleteValue) {
       const RegStatus status = registry_.DeleteValue(key_.Get(), operation.name);

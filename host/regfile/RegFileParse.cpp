@@ -78,6 +78,7 @@ void ReadRegFile(RegByteSource& source, const std::function<void(RegFileOperatio
       operation.name = std::move(value.name);
       operation.type = value.type;
       operation.data = std::move(value.data);
+      operation.text = std::move(value.text);
     } else {
       cursor.Fail("expected a [key] line, a \"name\"= or @= value line, a ; comment or a blank line");
     }
@@ -88,7 +89,13 @@ void ReadRegFile(RegByteSource& source, const std::function<void(RegFileOperatio
 std::vector<RegFileOperation> ParseRegFile(std::string_view fileBytes) {
   RegBytesInMemory source(fileBytes);
   std::vector<RegFileOperation> operations;
-  ReadRegFile(source, [&](RegFileOperation& operation) { operations.push_back(std::move(operation)); });
+  ReadRegFile(source, [&](RegFileOperation& operation) {
+    if (operation.text) {
+      operation.data = Utf16Bytes(*operation.text, true);
+      operation.text.reset();
+    }
+    operations.push_back(std::move(operation));
+  });
   return operations;
 }
 

@@ -41,17 +41,14 @@ RegLineReader::RegLineReader(RegByteSource& source) : source_(source), buffer_(k
   } else if (start.starts_with("\xEF\xBB\xBF")) {
     begin_ += 3;
   }
-  std::string_view raw;
-  if (!NextRawLine(raw)) raw = {};
-  lineNumber_ = 1;
   Text header;
-  if (utf16_) {
-    Decode(raw, header);
-  } else {
-    header = FromUtf8(raw);
-    while (!header.empty() && header.back() == u'\r') header.pop_back();
+  bool read = false;
+  try {
+    read = Next(header);
+  } catch (const RegFileError&) {
+    // Not even text: said below as what it is not.
   }
-  const TextView trimmed = TrimEnd(header);
+  const TextView trimmed = read ? TrimEnd(header) : TextView();
   if (trimmed == kVersion5Header) {
     format_ = RegFileFormat::Version5;
   } else if (trimmed == kRegedit4Header && !utf16_) {
@@ -61,10 +58,10 @@ RegLineReader::RegLineReader(RegByteSource& source) : source_(source), buffer_(k
                        "not a registry file: the first line must be \"Windows Registry Editor Version 5.00\""
                        " or \"REGEDIT4\" (REGEDIT4 files are ANSI, never UTF-16)");
   }
+  lineNumber_ = 1;
 }
 
-// Keeps the bytes not yet given out at the front of the buffer and reads more behind them;
-// the buffer grows only while one line is longer than it.
+// Keeps the bytes not yet used at the front of the buffer and reads more behind them.
 bool RegLineReader::Fill() {
   if (atEnd_) return false;
   if (begin_ > 0) {
@@ -72,7 +69,7 @@ bool RegLineReader::Fill() {
     end_ -= begin_;
     begin_ = 0;
   }
-  if (buffer_.size() - end_ < kChunk / 2) buffer_.resize(std::max(buffer_.size() * 2, end_ + kChunk));
+  if (buffer_.size() - end_ < kChunk / 2) buffer_.resize(end_ + kChunk);
   const std::size_t n = source_.Read(buffer_.data() + end_, buffer_.size() - end_);
   if (n == 0) {
     atEnd_ = true;
@@ -82,64 +79,64 @@ bool RegLineReader::Fill() {
   return true;
 }
 
-bool RegLineReader::NextRawLine(std::string_view& raw) {
+void RegLineReader::Decode(std::string_view raw, std::size_t number, Text& line) {
+  if (utf16_) {
+    const std::size_t old = line.size();
+    line.resize(old + raw.size() / 2);
+    for (std::size_t i = 0; i < raw.size() / 2; ++i) {
+      line[old + i] = static_cast<char16_t>(static_cast<unsigned char>(raw[2 * i]) |
+                                            static_cast<unsigned char>(raw[2 * i + 1]) << 8);
+    }
+  } else if (IsStandardUtf8(raw)) {
+    line += FromUtf8(raw);
+  } else if (format_ == RegFileFormat::Regedit4) {
+    line += FromCp1252(raw);  // an ANSI file may be either
+  } else {
+    throw RegFileError(number, "the line is not valid UTF-8 (a version 5 file that is not UTF-16 must be UTF-8)");
+  }
+}
+
+// A long line is decoded a piece at a time as it is read, so that its bytes and its text are
+// never both held whole. A UTF-8 piece ends after an ASCII byte, never inside a sequence.
+bool RegLineReader::Next(Text& line) {
   const std::size_t step = utf16_ ? 2 : 1;
+  const std::size_t number = lineNumber_ + 1;
+  if (line.capacity() > kKeptCapacity) Text().swap(line);
+  line.clear();
+  bool any = false;
   std::size_t scanned = begin_;
   for (;;) {
     for (; scanned + step <= end_; scanned += step) {
       if (buffer_[scanned] == '\n' && (!utf16_ || buffer_[scanned + 1] == '\0')) {
-        raw = std::string_view(buffer_.data() + begin_, scanned - begin_);
+        Decode(std::string_view(buffer_.data() + begin_, scanned - begin_), number, line);
         begin_ = scanned + step;
+        while (!line.empty() && line.back() == u'\r') line.pop_back();
+        lineNumber_ = number;
         return true;
+      }
+    }
+    if (scanned - begin_ >= kChunk) {
+      std::size_t cut = scanned;
+      if (!utf16_) {
+        while (cut > begin_ && static_cast<unsigned char>(buffer_[cut - 1]) >= 0x80) --cut;
+      }
+      if (cut > begin_) {
+        Decode(std::string_view(buffer_.data() + begin_, cut - begin_), number, line);
+        begin_ = cut;
+        any = true;
       }
     }
     const std::size_t offset = scanned - begin_;
     if (!Fill()) break;
     scanned = begin_ + offset;
   }
-  if (begin_ == end_) return false;
+  if (begin_ == end_ && !any) return false;
   if (utf16_ && (end_ - begin_) % 2 != 0)
-    throw RegFileError(lineNumber_ + 1, "the file is UTF-16 but has an odd number of bytes");
-  raw = std::string_view(buffer_.data() + begin_, end_ - begin_);
+    throw RegFileError(number, "the file is UTF-16 but has an odd number of bytes");
+  Decode(std::string_view(buffer_.data() + begin_, end_ - begin_), number, line);
   begin_ = end_;
-  return true;
-}
-
-void RegLineReader::Decode(std::string_view raw, Text& line) {
-  if (utf16_) {
-    line.resize(raw.size() / 2);
-    for (std::size_t i = 0; i < line.size(); ++i) {
-      line[i] = static_cast<char16_t>(static_cast<unsigned char>(raw[2 * i]) |
-                                      static_cast<unsigned char>(raw[2 * i + 1]) << 8);
-    }
-    while (!line.empty() && line.back() == u'\r') line.pop_back();
-  } else {
-    while (!raw.empty() && raw.back() == '\r') raw.remove_suffix(1);
-    if (IsStandardUtf8(raw)) {
-      line = FromUtf8(raw);
-    } else if (format_ == RegFileFormat::Regedit4) {
-      line = FromCp1252(raw);  // an ANSI file may be either, line by line
-    } else {
-      throw RegFileError(lineNumber_,
-                         "the line is not valid UTF-8 (a version 5 file that is not UTF-16 must be UTF-8)");
-    }
-  }
-}
-
-bool RegLineReader::Next(Text& line) {
-  std::string_view raw;
-  if (!NextRawLine(raw)) return false;
-  ++lineNumber_;
-  if (line.capacity() > kKeptCapacity) Text().swap(line);
-  Decode(raw, line);
-  if (buffer_.size() > kKeptCapacity && end_ - begin_ < kChunk) {
-    std::vector<char> smaller(buffer_.begin() + static_cast<std::ptrdiff_t>(begin_),
-                              buffer_.begin() + static_cast<std::ptrdiff_t>(end_));
-    smaller.resize(kChunk);
-    end_ -= begin_;
-    begin_ = 0;
-    buffer_.swap(smaller);
-  }
+  while (!line.empty() && line.back() == u'\r') line.pop_back();
+  lineNumber_ = number;
   return true;
 }
 

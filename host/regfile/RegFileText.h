@@ -35,7 +35,8 @@ class RegBytesInMemory final : public RegByteSource {
 // The lines of a registry file. Finds the encoding (UTF-16LE with a byte-order mark, UTF-8
 // with or without one, and for REGEDIT4 also Windows-1252, line by line) and checks the header
 // when made. Lines end at LF; the CRs before it (CRLF, CR CR LF) are not part of the line.
-// Only the line being read is held, so a file of any size costs the memory of its longest line.
+// Only the text of the line being read is held, so a file of any size costs the memory of its
+// longest line.
 class RegLineReader {
  public:
   // Throws RegFileError when the header is not a registry file's.
@@ -50,9 +51,8 @@ class RegLineReader {
 
  private:
   bool Fill();
-  // The next line's bytes, valid until the buffer is filled again.
-  bool NextRawLine(std::string_view& raw);
-  void Decode(std::string_view raw, Text& line);
+  // Appends the text of `raw`, a piece of line `number`, to `line`.
+  void Decode(std::string_view raw, std::size_t number, Text& line);
 
   RegByteSource& source_;
   std::vector<char> buffer_;

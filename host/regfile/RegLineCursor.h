@@ -58,6 +58,20 @@ class RegLineCursor {
     return true;
   }
 
+  // The position in the line, and in-place access behind it: a quoted string is unescaped
+  // into the line's own room (it never grows), and then the line is taken as its text.
+  std::size_t Position() const noexcept { return position_; }
+  void Put(std::size_t at, char16_t unit) noexcept { line_[at] = unit; }
+  // Units [begin, end) of the line, which is left empty.
+  Text TakeLine(std::size_t begin, std::size_t end) {
+    line_.resize(end);
+    line_.erase(0, begin);
+    Text taken = std::move(line_);
+    line_.clear();
+    position_ = 0;
+    return taken;
+  }
+
   [[noreturn]] void Fail(const std::string& reason) const { throw RegFileError(LineNumber(), reason); }
 
  private:

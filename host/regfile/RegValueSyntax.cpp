@@ -55,14 +55,19 @@ bool IsAnsiText(std::uint32_t type) {
 }  // namespace
 
 Text ReadQuoted(RegLineCursor& cursor) {
-  if (!cursor.Accept(u'"')) cursor.Fail("expected a quoted name");
   Text text;
+  ReadQuotedUnits(cursor, [&text](char16_t unit) { text.push_back(unit); });
+  return text;
+}
+
+void ReadQuotedUnits(RegLineCursor& cursor, const std::function<void(char16_t)>& put) {
+  if (!cursor.Accept(u'"')) cursor.Fail("expected a quoted name");
   for (;;) {
     if (cursor.AtEnd()) cursor.Fail("a quoted string has no closing quote");
     const char16_t c = cursor.Next();
-    if (c == u'"') return text;
+    if (c == u'"') return;
     if (c != u'\\') {
-      text.push_back(c);
+      put(c);
       continue;
     }
     if (cursor.AtEnd()) cursor.Fail("a quoted string has no closing quote");
@@ -70,10 +75,10 @@ Text ReadQuoted(RegLineCursor& cursor) {
     const char16_t escaped = cursor.Next();
     switch (escaped) {
       case u'\\':
-      case u'"': text.push_back(escaped); break;
-      case u'r': text.push_back(u'\r'); break;
-      case u'n': text.push_back(u'\n'); break;
-      case u'0': text.push_back(u'\0'); break;
+      case u'"': put(escaped); break;
+      case u'r': put(u'\r'); break;
+      case u'n': put(u'\n'); break;
+      case u'0': put(u'\0'); break;
       default:
         cursor.Fail("unknown escape \\" + ToUtf8(TextView(&escaped, 1)) +
                     " in a quoted string (\\\\, \\\", \\r, \\n and \\0 are allowed)");
@@ -89,8 +94,15 @@ RegValueLine ReadValueLine(RegLineCursor& cursor, RegFileFormat format) {
   cursor.SkipBlanks();
 
   if (cursor.Peek() == u'"' && !cursor.AtEnd()) {
+    // Unescaped where it stands: a long text costs its line's room once, not three times.
     value.type = RegType::Sz;
-    value.data = Utf16Bytes(ReadQuoted(cursor), true);
+    const std::size_t begin = cursor.Position() + 1;
+    std::size_t end = begin;
+    ReadQuotedUnits(cursor, [&](char16_t unit) { cursor.Put(end++, unit); });
+    cursor.SkipBlanks();
+    if (!cursor.AtEnd() && cursor.Peek() != u';') cursor.Fail("unexpected " + Shown(cursor.Rest()) + " after the value");
+    value.text = cursor.TakeLine(begin, end);
+    return value;
   } else if (cursor.Accept(u'-')) {
     value.deletion = true;
   } else if (cursor.AcceptWord(u"dword:")) {

@@ -67,6 +67,7 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
                                  "INSERT INTO vals(key, name, folded, type, data) VALUES(?1, ?2, ?3, ?4, ?5) "
                                  "ON CONFLICT(key, folded) DO UPDATE SET type = excluded.type, data = excluded.data");
   statements_.deleteValue = Prepare(d, "DELETE FROM vals WHERE key = ?1 AND folded = ?2");
+  statements_.valueId = Prepare(d, "SELECT id FROM vals WHERE key = ?1 AND folded = ?2");
   statements_.enumValue = Prepare(d,
                                   "SELECT name, type, data, id, (SELECT data_version FROM pragma_data_version) "
                                   "FROM vals WHERE key = ?1 ORDER BY id LIMIT 1 OFFSET ?2");

@@ -79,6 +79,7 @@ class SqliteHive final : public Registry {
   struct Statements {
     SqliteStatement findChild, keyExists, lastKeyId, insertKey, deleteKey, deleteChildren, deleteValues;
     SqliteStatement enumKey, enumKeyAfter, queryValue, queryValueSize, setValue, deleteValue, enumValue, enumValueAfter;
+    SqliteStatement valueId;
     std::array<SqliteStatement, 9> findPath;  // by depth, from 2
   };
 
@@ -94,6 +95,9 @@ class SqliteHive final : public Registry {
   // read transaction, which is most of the cost); Walk goes name by name.
   RegStatus Resolve(std::int64_t& id, std::span<const TextView> names, std::size_t& found);
   RegStatus Walk(std::int64_t& id, std::span<const TextView> names, std::size_t& found);
+  // A large value written in place into a blob of zeros, so that it is never copied whole.
+  RegStatus SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, const std::uint8_t* data,
+                          std::uint32_t size);
   // Success when a write may start now: outside a batch, or inside one that is still alive.
   RegStatus WriteAllowed();
   void EndBatch();

@@ -1,15 +1,25 @@
 // Value operations of the hive.
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "common/Utf.h"
 #include "platform/posix/HiveKeyPath.h"
+#include "platform/posix/HiveTransaction.h"
 #include "platform/posix/SqliteHive.h"
 #include "platform/posix/SqliteRun.h"
 #include "platform/posix/SqliteStatus.h"
 
 namespace nv {
+namespace {
+
+// From this size on a value is written in pieces: SQLite would otherwise build a copy of it.
+constexpr std::uint32_t kLargeValue = 1 << 20;
+constexpr std::uint32_t kBlobPiece = 1 << 20;
+
+}  // namespace
 
 RegStatus SqliteHive::QueryValue(RegKey key, TextView name, std::uint32_t* type, std::uint8_t* data,
                                  std::uint32_t* size) {
@@ -48,6 +58,7 @@ RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, co
   if ((target->access & RegAccess::SetValue) == 0) return RegError::AccessDenied;
   if (name.size() > RegLimit::ValueNameLength || HasLineBreak(name)) return RegError::InvalidParameter;
   if (const RegStatus status = WriteAllowed(); status != RegError::Success) return status;
+  if (size >= kLargeValue) return SetLargeValue(target->id, name, type, data, size);
   FoldName(name, folded_);
   // One statement, so the write is atomic without a transaction of its own; a deleted key
   // shows up as its foreign key failing.
@@ -60,6 +71,38 @@ RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, co
                      .Step();
   if (rc == SQLITE_CONSTRAINT_FOREIGNKEY) return RegError::KeyDeleted;
   return StatusFromSqlite(rc);
+}
+
+RegStatus SqliteHive::SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, const std::uint8_t* data,
+                                     std::uint32_t size) {
+  HiveTransaction transaction(db_.get(), batchDepth_ > 0);
+  int rc = transaction.Begin();
+  if (rc != SQLITE_OK) return StatusFromSqlite(rc);
+  FoldName(name, folded_);
+  {
+    StatementRun run(statements_.setValue);
+    rc = run.Bind(1, keyId).BindText(2, ToUtf8(name)).BindBlob(3, folded_).Bind(4, type).BindZeroBlob(5, size).Step();
+    if (rc == SQLITE_CONSTRAINT_FOREIGNKEY) return RegError::KeyDeleted;
+    if (rc != SQLITE_DONE) return StatusFromSqlite(rc);
+  }
+  std::int64_t id = 0;
+  {
+    StatementRun run(statements_.valueId);
+    rc = run.Bind(1, keyId).BindBlob(2, folded_).Step();
+    if (rc != SQLITE_ROW) return rc == SQLITE_DONE ? RegError::BadDatabase : StatusFromSqlite(rc);
+    id = run.Int(0);
+  }
+  {  // closed before the commit, which it would otherwise hold up
+    sqlite3_blob* raw = nullptr;
+    rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", id, 1, &raw);
+    const std::unique_ptr<sqlite3_blob, int (*)(sqlite3_blob*)> blob(raw, sqlite3_blob_close);
+    for (std::uint32_t at = 0; rc == SQLITE_OK && at < size; at += kBlobPiece) {
+      const std::uint32_t piece = std::min(kBlobPiece, size - at);
+      rc = sqlite3_blob_write(blob.get(), data + at, static_cast<int>(piece), static_cast<int>(at));
+    }
+  }
+  if (rc != SQLITE_OK) return StatusFromSqlite(rc);
+  return StatusFromSqlite(transaction.Commit());
 }
 
 RegStatus SqliteHive::DeleteValue(RegKey key, TextView name) {

@@ -32,6 +32,12 @@ StatementRun& StatementRun::BindBlob(int index, std::span<const std::uint8_t> by
   return *this;
 }
 
+StatementRun& StatementRun::BindZeroBlob(int index, std::uint64_t size) noexcept {
+  const int rc = sqlite3_bind_zeroblob64(statement_, index, size);
+  if (bindError_ == SQLITE_OK) bindError_ = rc;
+  return *this;
+}
+
 int StatementRun::Step() noexcept {
   if (bindError_ != SQLITE_OK) return bindError_;
   return sqlite3_step(statement_);

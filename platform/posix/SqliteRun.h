@@ -23,6 +23,8 @@ class StatementRun {
   StatementRun& Bind(int index, std::int64_t value) noexcept;
   StatementRun& BindText(int index, std::string_view utf8) noexcept;
   StatementRun& BindBlob(int index, std::span<const std::uint8_t> bytes) noexcept;
+  // A blob of `size` zero bytes that costs no memory, to be written in place afterwards.
+  StatementRun& BindZeroBlob(int index, std::uint64_t size) noexcept;
 
   // SQLITE_ROW, SQLITE_DONE or an (extended) error code.
   int Step() noexcept;

@@ -272,5 +272,21 @@ TEST_F(Hive, ReadingSeesOneStateAndGivesWayToWrites) {
   EXPECT_EQ(GetRaw(*other, u"R", u"v")->data, Bytes{3});
 }
 
+// Values of a mebibyte and more are written in place, in pieces: the same answers, and a
+// batch still takes them back whole.
+TEST_F(Hive, LargeValuesReadBackExactlyAndRollBackWithTheirBatch) {
+  Bytes large(3 * 1024 * 1024 + 7);
+  for (std::size_t i = 0; i < large.size(); ++i) large[i] = static_cast<std::uint8_t>(i * 31);
+  const RegKey key = Key(u"Large");
+  EXPECT_EQ(Set(key, u"v", Bytes(10, 1)), ok);
+  EXPECT_EQ(Set(key, u"V", large), ok);  // over the small one, keeping its place
+  EXPECT_EQ(GetRaw(*hive_, u"Large", u"v")->data, large);
+  hive_->BeginBatch();
+  EXPECT_EQ(Set(key, u"w", large), ok);
+  hive_->AbandonBatch();
+  EXPECT_FALSE(GetRaw(*hive_, u"Large", u"w").has_value());
+  EXPECT_EQ(ValueNames(*hive_, u"Large"), std::vector<Text>{u"v"});
+}
+
 }  // namespace
 }  // namespace nv::test

@@ -163,9 +163,9 @@ TEST_F(RegFile, ApplyDeletesAndLandsWholeOrNotAtAll) {
   // back the steps before it.
   using Kind = RegFileOperation::Kind;
   const std::vector<RegFileOperation> operations = {
-      {Kind::DeleteKey, {RegRoot::LocalMachine, Path(u"K")}, u"", 0, {}, 2},
-      {Kind::SetValue, {RegRoot::LocalMachine, Path(u"Fresh")}, u"v", RegType::Binary, {1}, 4},
-      {Kind::CreateKey, {RegRoot::LocalMachine, u"\\Bad"}, u"", 0, {}, 7},
+      {Kind::DeleteKey, {RegRoot::LocalMachine, Path(u"K")}, u"", 0, {}, 2, {}},
+      {Kind::SetValue, {RegRoot::LocalMachine, Path(u"Fresh")}, u"v", RegType::Binary, {1}, 4, {}},
+      {Kind::CreateKey, {RegRoot::LocalMachine, u"\\Bad"}, u"", 0, {}, 7, {}},
   };
   try {
     ApplyRegFile(Reg(), operations);

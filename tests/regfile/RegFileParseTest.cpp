@@ -87,8 +87,8 @@ TEST(RegFileParse, ValueSyntax) {
     SCOPED_TRACE(c.line);
     const auto operations = ParseRegFile(kHeader + "[HKEY_LOCAL_MACHINE\\T]\r\n" + c.line + "\r\n");
     ASSERT_EQ(operations.size(), 2u);
-    EXPECT_EQ(operations[0], (RegFileOperation{Kind::CreateKey, {RegRoot::LocalMachine, u"T"}, u"", 0, {}, 3}));
-    EXPECT_EQ(operations[1], (RegFileOperation{c.kind, {RegRoot::LocalMachine, u"T"}, c.name, c.type, c.data, 4}));
+    EXPECT_EQ(operations[0], (RegFileOperation{Kind::CreateKey, {RegRoot::LocalMachine, u"T"}, u"", 0, {}, 3, {}}));
+    EXPECT_EQ(operations[1], (RegFileOperation{c.kind, {RegRoot::LocalMachine, u"T"}, c.name, c.type, c.data, 4, {}}));
   }
 }
 
@@ -100,8 +100,8 @@ TEST(RegFileParse, KeyLinesCommentsAndBlankLines) {
                                        "  [HKEY_CLASSES_ROOT\\a]b]  \r\n"
                                        "\r\n");
   ASSERT_EQ(operations.size(), 2u);
-  EXPECT_EQ(operations[0], (RegFileOperation{Kind::DeleteKey, {RegRoot::CurrentUser, u"Gone"}, u"", 0, {}, 5}));
-  EXPECT_EQ(operations[1], (RegFileOperation{Kind::CreateKey, {RegRoot::ClassesRoot, u"a]b"}, u"", 0, {}, 6}));
+  EXPECT_EQ(operations[0], (RegFileOperation{Kind::DeleteKey, {RegRoot::CurrentUser, u"Gone"}, u"", 0, {}, 5, {}}));
+  EXPECT_EQ(operations[1], (RegFileOperation{Kind::CreateKey, {RegRoot::ClassesRoot, u"a]b"}, u"", 0, {}, 6, {}}));
 }
 
 TEST(RegFileParse, EveryEncodingGivesTheSameOperations) {
