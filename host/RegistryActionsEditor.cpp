@@ -4,9 +4,11 @@
 
 #include "common/Conversions.h"
 #include "common/Error.h"
+#include "common/Utf.h"
 #include "host/StoredValue.h"
 #include "store/ActionsLayout.h"
 #include "store/RegistryKey.h"
+#include "store/RegistryStatusText.h"
 
 namespace nv {
 namespace {
@@ -20,7 +22,7 @@ Text KindKeyOrRaise(std::int32_t kind) {
 }
 
 void RaiseOnFailure(RegStatus status, const Text& what) {
-  if (status != RegError::Success) RaiseError(status, what + u" (registry error " + DecimalText(status) + u")");
+  if (status != RegError::Success) RaiseError(status, what + u" (" + FromUtf8(RegistryStatusText(status)) + u")");
 }
 
 void WriteText(Registry& registry, RegKey key, const Text& name, const Text& value) {

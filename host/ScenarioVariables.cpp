@@ -2,7 +2,9 @@
 
 #include "common/Error.h"
 #include "host/StoredValue.h"
+#include "common/Utf.h"
 #include "store/RegistryKey.h"
+#include "store/RegistryStatusText.h"
 
 namespace nv {
 
@@ -24,8 +26,8 @@ void ScenarioVariables::Set(const Text& scenario, const Text& name, const Text& 
       CreateUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::ReadWrite, key);
   if (status == RegError::Success) status = WriteStoredText(registry_, key.Get(), name, value);
   if (status != RegError::Success) {
-    RaiseError(status, u"Cannot store the variable " + name + u" of scenario " + scenario + u" (registry error " +
-                           DecimalText(status) + u")");
+    RaiseError(status, u"Cannot store the variable " + name + u" of scenario " + scenario + u" (" +
+                           FromUtf8(RegistryStatusText(status)) + u")");
   }
 }
 
