@@ -31,6 +31,22 @@ inline constexpr const char* kReg =
     "example:\n"
     "  nvhost reg export 'HKEY_LOCAL_MACHINE\\SOFTWARE\\NOVRA\\Scenarios\\Demo' demo.reg\n";
 
+inline constexpr const char* kHive =
+    "The hive file itself (natively; the registry of Windows has none).\n"
+    "\n"
+    "  hive check [FILE]        checks FILE (the --hive one by default) in full: its pages, its\n"
+    "                           indexes and its tree of keys and values. Prints \"sound\" and exits\n"
+    "                           0, or \"damaged\" with the problems found and exits 1.\n"
+    "  hive recover FILE OUT    copies every key and value that can still be read out of a damaged\n"
+    "                           FILE into a new hive OUT (which must not exist). What could not be\n"
+    "                           read is listed on standard error, and the exit status is then 1.\n"
+    "\n"
+    "Every command checks its hive before trusting it: a damaged one is refused, untouched, with\n"
+    "its file name and what is wrong.\n"
+    "\n"
+    "example:\n"
+    "  nvhost hive recover ~/.local/share/nvextch/hive.db rescued.db\n";
+
 inline constexpr const char* kVar =
     "Scenario variables: one text value each under\n"
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\NOVRA\\Scenarios\\SCENARIO\\Variables.\n"

@@ -1,6 +1,7 @@
 // nvhost hive check FILE and nvhost hive recover FILE OUT: the hive file itself, natively.
 #include "host/nvhost/Arguments.h"
 #include "host/nvhost/Commands.h"
+#include "host/nvhost/HelpTexts.h"
 #include "platform/posix/HiveRecovery.h"
 
 namespace nv {
@@ -10,7 +11,6 @@ constexpr const char* kUsage = "hive check [FILE] | hive recover FILE OUT";
 constexpr int kProblemsShown = 100;
 
 int RunHiveCommand(Session& session, const Words& words) {
-  if (PrintedHelp(session, words, kUsage)) return 0;
   const Arguments arguments = ParseArguments(words, {}, {});
   const auto& p = arguments.positional;
   if (p.empty()) throw UsageError("hive needs check or recover");
@@ -45,7 +45,7 @@ const std::vector<Command>& HiveFileCommands() {
       {"hive", kUsage,
        "check a hive in full (the --hive one by default), or copy what can still be read out of a damaged one into a "
        "new hive",
-       RunHiveCommand},
+       help::kHive, RunHiveCommand},
   };
   return commands;
 }

@@ -62,7 +62,7 @@ done
 snapshot "$work/h/index.db"
 for command in "var get S1 V1" "reg export HKLM\\SOFTWARE" "var set S1 V1 new"; do
   # shellcheck disable=SC2086
-  refused "damaged hive: $command" 1 "index.db is damaged" --hive "$work/h/index.db" $command
+  refused "damaged hive: $command" 5 "index.db is damaged" --hive "$work/h/index.db" $command
 done
 refused "hive check" 1 "" hive check "$work/h/index.db"
 grep -q 'missing from index' "$work/out" && ok || ko "hive check names the damage: $(head -3 "$work/out")"
@@ -70,21 +70,21 @@ unchanged "damaged hive" "$work/h/index.db"
 timeout 20 "$nvhost" hive recover "$work/h/index.db" "$work/recovered.db" >"$work/out" 2>&1 && ok || ko "recover: $(cat "$work/out")"
 cmp -s <("$nvhost" --hive "$work/h/good.db" reg export HKLM\\SOFTWARE) <("$nvhost" --hive "$work/recovered.db" reg export HKLM\\SOFTWARE) &&
   ok || ko "recover copies every key and value"
-refused "recover over a file" 1 "already exists" hive recover "$work/h/index.db" "$work/recovered.db"
+refused "recover over a file" 5 "already exists" hive recover "$work/h/index.db" "$work/recovered.db"
 
 # --- Files that are no hive or no .reg file ----------------------------------------------------
 mkfifo "$work/fifo"
 mkdir "$work/folder"
-refused "a FIFO as hive" 1 "FIFO" --hive "$work/fifo" var get S1 V1
-refused "a folder as hive" 1 "a folder" --hive "$work/folder" var get S1 V1
-refused "a device as hive" 1 "character device" --hive /dev/zero var get S1 V1
+refused "a FIFO as hive" 5 "FIFO" --hive "$work/fifo" var get S1 V1
+refused "a folder as hive" 5 "a folder" --hive "$work/folder" var get S1 V1
+refused "a device as hive" 5 "character device" --hive /dev/zero var get S1 V1
 refused "an empty hive name" 2 "needs a file" --hive "" var get S1 V1
 for input in "$work/fifo" "$work/folder" /dev/zero; do
-  refused "import of $input" 1 "not a regular file" --hive "$work/h/good.db" reg import "$input"
+  refused "import of $input" 5 "not a regular file" --hive "$work/h/good.db" reg import "$input"
 done
 printf 'just text' >"$work/h/text.db"
 snapshot "$work/h/text.db"
-refused "a text file as hive" 1 "is not an nvextch hive" --hive "$work/h/text.db" var get S1 V1
+refused "a text file as hive" 5 "is not an nvextch hive" --hive "$work/h/text.db" var get S1 V1
 unchanged "a text file as hive" "$work/h/text.db"
 
 # --- Read-only hives: every read served, every write refused naming the file ------------------
@@ -99,18 +99,18 @@ for hive in "$work/h/ro.db" "$work/ro/hive.db"; do
   timeout 10 "$nvhost" --hive "$hive" var get S2 V3 >"$work/out" 2>"$work/err" && [ "$(cat "$work/out")" == "value 3 of 2" ] &&
     ok || ko "read-only $hive: var get: $(cat "$work/err")"
   timeout 10 "$nvhost" --hive "$hive" describe Demo SplitCustomer >/dev/null 2>&1 && ok || ko "read-only $hive: describe"
-  refused "read-only var set" 1 "$hive cannot be written" --hive "$hive" var set S2 V3 x
-  refused "read-only import" 1 "$hive cannot be written" --hive "$hive" reg import "$work/many.reg"
-  refused "read-only action" 1 "$hive cannot be written" --hive "$hive" action add Demo SplitCustomer Goto
-  refused "read-only run" 1 "status .* could not be stored: hive $hive cannot be written" --hive "$hive" run Demo SplitCustomer
+  refused "read-only var set" 5 "$hive cannot be written" --hive "$hive" var set S2 V3 x
+  refused "read-only import" 5 "$hive cannot be written" --hive "$hive" reg import "$work/many.reg"
+  refused "read-only action" 5 "$hive cannot be written" --hive "$hive" action add Demo SplitCustomer Goto
+  refused "read-only run" 5 "status .* could not be stored: hive $hive cannot be written" --hive "$hive" run Demo SplitCustomer
   unchanged "read-only $hive" "$hive"
 done
 
 # --- Names and depths past Windows' limits ------------------------------------------------------
 snapshot "$work/h/good.db"
-refused "a variable name with a line feed" 1 "line break (LF)" --hive "$work/h/good.db" var set S1 $'bad\nname' v
-refused "a scenario name with a CR" 1 "line break (CR)" --hive "$work/h/good.db" var set $'S\r1' name v
-refused "a long value name" 1 "at most 16383" --hive "$work/h/good.db" var set S1 "$(printf 'n%.0s' $(seq 16384))" v
+refused "a variable name with a line feed" 5 "line break (LF)" --hive "$work/h/good.db" var set S1 $'bad\nname' v
+refused "a scenario name with a CR" 5 "line break (CR)" --hive "$work/h/good.db" var set $'S\r1' name v
+refused "a long value name" 5 "at most 16383" --hive "$work/h/good.db" var set S1 "$(printf 'n%.0s' $(seq 16384))" v
 reg_file $'[HKEY_LOCAL_MACHINE\\SOFTWARE\\Bad]\r\n"lone\rcr"="x"\r\n' "$work/cr-value.reg"
 reg_file $'[HKEY_LOCAL_MACHINE\\SOFTWARE\\Bad\rKey]\r\n' "$work/cr-key.reg"
 reg_file "[HKEY_LOCAL_MACHINE\\SOFTWARE\\$(printf 'k%.0s' $(seq 256))]"$'\r\n' "$work/long-key.reg"
@@ -121,10 +121,10 @@ printf 'Windows Registry Editor Version 5.00\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\U
 for file in cr-value:"line break (CR)" cr-key:"line break (CR)" long-key:"at most 255" deeper:"at most 512" \
   surrogate:"not valid UTF-8"; do
   snapshot "$work/${file%%:*}.reg"
-  refused "import of ${file%%:*}.reg" 1 "${file#*:}" --hive "$work/h/good.db" reg import "$work/${file%%:*}.reg"
+  refused "import of ${file%%:*}.reg" 5 "${file#*:}" --hive "$work/h/good.db" reg import "$work/${file%%:*}.reg"
   unchanged "${file%%:*}.reg" "$work/${file%%:*}.reg"
 done
-refused "a task name with a LF" 1 "line break" --hive "$work/h/good.db" edit Demo $'T\nx' --new --confirm
+refused "a task name with a LF" 5 "line break" --hive "$work/h/good.db" edit Demo $'T\nx' --new --confirm
 unchanged "the hive after refused names" "$work/h/good.db"
 # The deepest tree the registry allows comes in, goes out and can be deleted.
 reg_file "[HKEY_LOCAL_MACHINE\\$deep]"$'\r\n"v"="deep"\r\n' "$work/deepest.reg"
