@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/win32/com/RegistrationTable.h"
 #include "platform/win32/com/WindowsSdk.h"
 #include "tests/com/ComServer.h"
 
@@ -61,6 +62,40 @@ TEST(Registration, WritesTheClassItsProgIdTheLibraryAndTheInterfaces) {
   }
   Microsoft::WRL::ComPtr<ITypeLib> library;
   EXPECT_HRESULT_SUCCEEDED(LoadRegTypeLib(kLibraryId, 1, 2, LOCALE_NEUTRAL, &library));
+}
+
+std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
+
+// The installer's rows come from the table, not from the DLL: its identifiers must be the
+// server's own, or the MSI would register a class nobody answers to.
+TEST(Registration, TheTableNamesTheServersIdentifiers) {
+  namespace ids = com::ids;
+  EXPECT_EQ(Wide(ids::kClass), GuidText(kClassId));
+  EXPECT_EQ(Wide(ids::kLibrary), GuidText(kLibraryId));
+  EXPECT_EQ(Wide(ids::kProgId), kProgId);
+  std::vector<std::wstring> interfaces = {Wide(ids::kInterface)}, events = {Wide(ids::kEvents)};
+  for (const char* earlier : ids::kEarlierInterfaces) interfaces.push_back(Wide(earlier));
+  for (const char* earlier : ids::kEarlierEvents) events.push_back(Wide(earlier));
+  std::vector<std::wstring> expectedInterfaces, expectedEvents;
+  for (const IID& iid : kInterfaceIds) expectedInterfaces.push_back(GuidText(iid));
+  for (const IID& iid : kEventIds) expectedEvents.push_back(GuidText(iid));
+  EXPECT_EQ(interfaces, expectedInterfaces);
+  EXPECT_EQ(events, expectedEvents);
+}
+
+TEST(Registration, TheLibrarysRegisteredNameAndVersionAreItsOwn) {
+  Microsoft::WRL::ComPtr<ITypeLib> library;
+  ASSERT_HRESULT_SUCCEEDED(LoadRegTypeLib(kLibraryId, 1, 2, LOCALE_NEUTRAL, &library));
+  BSTR title = nullptr;
+  ASSERT_HRESULT_SUCCEEDED(library->GetDocumentation(-1, nullptr, &title, nullptr, nullptr));
+  const std::wstring libraryTitle = title;
+  SysFreeString(title);
+  EXPECT_EQ(ReadString(L"TypeLib\\" + GuidText(kLibraryId) + L"\\1.2", nullptr), libraryTitle);
+  TLIBATTR* attributes = nullptr;
+  ASSERT_HRESULT_SUCCEEDED(library->GetLibAttr(&attributes));
+  EXPECT_EQ(attributes->wMajorVerNum, com::ids::kLibraryMajor);
+  EXPECT_EQ(attributes->wMinorVerNum, com::ids::kLibraryMinor);
+  library->ReleaseTLibAttr(attributes);
 }
 
 TEST(Registration, UnregisteringLeavesNothingBehind) {
