@@ -13,3 +13,4 @@ ctest --preset native
 # The fuzzers compare the engine with its plain reference under the sanitizers.
 bash tools/run-fuzzers.sh "${NV_FUZZ_SECONDS:-20}"
 bash tools/test-windows.sh
+bash tools/test-installers.sh
