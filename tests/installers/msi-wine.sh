@@ -18,6 +18,16 @@ for f in "$msi" "$nvregwxs" "$nvhost" "$standin" "$server"; do
   [ -f "$f" ] || { echo "FAIL: $f is missing" >&2; exit 1; }
 done
 
+failures=0
+fail() { echo "FAIL [$arch]: $*" >&2; failures=$((failures + 1)); }
+step() { echo "== [$arch] $*"; }
+
+# The package itself: one file, the plug-in, at the product's version; the host stand-in
+# is a test fixture and stays out.
+files=$(msiinfo export "$msi" File | tr -d '\r' | awk -F'\t' 'NR > 3 { print $3 "=" $5 }')
+[ "$files" = "NVextch.dll=$version" ] || fail "the package's files are not NVextch.dll $version alone: $files"
+msiinfo export "$msi" Property | tr -d '\r' | grep -qx "ProductVersion	$version" || fail "the product's version is not $version"
+
 work=$build/installer-test
 rm -rf "$work"
 mkdir -p "$work"
@@ -34,9 +44,6 @@ else
 fi
 export LC_ALL=C.UTF-8
 
-failures=0
-fail() { echo "FAIL [$arch]: $*" >&2; failures=$((failures + 1)); }
-step() { echo "== [$arch] $*"; }
 seconds() { date +%s.%N; }
 elapsed() { awk -v a="$1" -v b="$(seconds)" 'BEGIN { printf "%.1f", b - a }'; }
 
