@@ -4,8 +4,9 @@
 # how long each install takes.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+bash tools/ensure-wine32.sh
 bash tools/ensure-packages.sh cmake ninja-build g++ libsqlite3-dev dpkg-dev fakeroot lintian wixl msitools \
-  g++-mingw-w64-x86-64 g++-mingw-w64-i686 mingw-w64-tools wine wine64 wine64-tools
+  g++-mingw-w64-x86-64 g++-mingw-w64-i686 mingw-w64-tools
 
 cmake --preset native >/dev/null
 cmake --build --preset native
