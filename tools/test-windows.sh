@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 bash tools/ensure-wine32.sh
 bash tools/ensure-packages.sh cmake ninja-build googletest g++-mingw-w64-x86-64 g++-mingw-w64-i686 \
-  mingw-w64-tools xvfb
+  mingw-w64-tools xvfb xdotool
 
 # A prefix of our own, so the suites neither see nor touch anyone else's registry. One
 # prefix serves both architectures; it must have been made by a Wine that has its 32-bit
