@@ -3,6 +3,8 @@
 # `var get --output`, compared byte for byte. Usage: tools/measure-large-value.sh [MiB]
 # (default 100); needs a native build (cmake --preset native && cmake --build --preset native).
 set -eu
+cd "$(dirname "$0")/.."
+bash tools/ensure-packages.sh time
 size=${1:-100}
 nvhost=${NVHOST:-build/native/host/nvhost}
 work=$(mktemp -d)
