@@ -40,6 +40,15 @@ std::wstring WindowText(HWND window) {
 
 }  // namespace
 
+bool CellRectOf(HWND grid, int row, int col, RECT& cell) {
+  const LRESULT topLeft = SendMessageW(grid, win::GridWindow::kGetCellTopLeft, MAKEWPARAM(row, col), 0);
+  const LRESULT bottomRight = SendMessageW(grid, win::GridWindow::kGetCellBottomRight, MAKEWPARAM(row, col), 0);
+  if (topLeft == -1 || bottomRight == -1) return false;
+  cell = {static_cast<short>(LOWORD(topLeft)), static_cast<short>(HIWORD(topLeft)), static_cast<short>(LOWORD(bottomRight)),
+          static_cast<short>(HIWORD(bottomRight))};
+  return true;
+}
+
 HWND DialogBoxOf(DWORD thread) {
   HWND found = nullptr;
   EnumThreadWindows(
@@ -73,16 +82,20 @@ bool DialogDriver::WaitWhileShown(HANDLE done) const {
 }
 
 void DialogDriver::OnUiThread(const std::function<void()>& action) const {
+  if (!actions_) {
+    ADD_FAILURE() << "no way onto the dialog's thread: the dialog is not in this process";
+    return;
+  }
   const win::unique_kernel_handle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
   const HANDLE event = done.get();
-  if (!win::TaskDialogWindow::RunOnDialogThread(dialog_, [&action, event] {
+  if (!actions_->Post([&action, event] {
         action();
         SetEvent(event);
       })) {
     return;  // the dialog is gone
   }
   // An action left waiting must never run once `action` and `done` are gone.
-  if (!WaitWhileShown(event)) win::TaskDialogWindow::DropWaitingActions(dialog_);
+  if (!WaitWhileShown(event)) actions_->Drop();
 }
 
 void DialogDriver::Settle() const {
@@ -183,17 +196,21 @@ void DialogDriver::ClickUpDown(int id, bool up) const {
 void DialogDriver::ClickCell(int gridId, int row, int col) const {
   const HWND grid = Find(gridId);
   RECT cell{};
-  ASSERT_TRUE(SendMessageW(grid, win::GridWindow::kGetCellRect, MAKEWPARAM(row, col), reinterpret_cast<LPARAM>(&cell)))
-      << "cell " << row << "," << col << " is not shown";
+  ASSERT_TRUE(CellRectOf(grid, row, col, cell)) << "cell " << row << "," << col << " is not shown";
   ClickAt(grid, {(cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2});
 }
 
 std::wstring DialogDriver::Text(int id) const { return WindowText(Find(id)); }
 
 std::wstring DialogDriver::Cell(int gridId, int row, int col) const {
-  wchar_t text[win::GridWindow::kCellTextMax] = {};
-  const LRESULT length = SendMessageW(Find(gridId), win::GridWindow::kGetCellText, MAKEWPARAM(row, col), reinterpret_cast<LPARAM>(text));
-  return length < 0 ? L"<outside>" : std::wstring(text);
+  const HWND grid = Find(gridId);
+  const LRESULT length = SendMessageW(grid, win::GridWindow::kGetCellText, MAKEWPARAM(row, col), 0);
+  if (length < 0) return L"<outside>";
+  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+  win::GridWindow::CellTextRequest request{text.data(), text.size()};
+  SendMessageW(grid, win::GridWindow::kGetCellText, MAKEWPARAM(row, col), reinterpret_cast<LPARAM>(&request));
+  text.resize(static_cast<std::size_t>(length));
+  return text;
 }
 
 int DialogDriver::GridRows(int gridId) const {

@@ -8,16 +8,20 @@
 #include <string>
 #include <vector>
 
+#include "tests/windialog/UiThreadActions.h"
+
 namespace nv::uitest {
 
 class DialogDriver {
  public:
-  DialogDriver(HWND dialog, DWORD uiThread) : dialog_(dialog), uiThread_(uiThread) {}
+  // `actions`: the way onto the dialog's thread, for a dialog shown in this process.
+  DialogDriver(HWND dialog, DWORD uiThread, UiThreadActions* actions = nullptr)
+      : dialog_(dialog), uiThread_(uiThread), actions_(actions) {}
 
   HWND Dialog() const noexcept { return dialog_; }
   HWND Find(int id) const;
-  // Runs `action` on the dialog's thread as one of its events, and waits for it (the
-  // dialog must live in this module: an in-process session).
+  // Runs `action` on the dialog's thread as one of its events, and waits for it (an
+  // in-process session, whose actions the driver was given).
   void OnUiThread(const std::function<void()>& action) const;
   // Waits until the dialog has handled everything given so far. A few rounds: a key
   // handled posts the character it makes, and that one may post more.
@@ -54,7 +58,12 @@ class DialogDriver {
 
   HWND dialog_;
   DWORD uiThread_;
+  UiThreadActions* actions_;
 };
+
+// A grid cell's rectangle in the grid's client area, read from any process; false when
+// the cell is not shown.
+bool CellRectOf(HWND grid, int row, int col, RECT& cell);
 
 // The visible dialog box (a message box, a dialog made from a template) that the thread
 // shows; null when there is none.

@@ -46,7 +46,7 @@ void DialogSession::TearDown() {
 }
 
 void PlayWhileOpen(const std::function<void()>& open, const std::function<HWND()>& findDialog,
-                   const std::function<void(DialogDriver&)>& play) {
+                   const std::function<void(DialogDriver&)>& play, UiThreadActions* actions) {
   const DWORD uiThread = GetCurrentThreadId();
   Event finished;
   std::thread person([&] {
@@ -55,7 +55,7 @@ void PlayWhileOpen(const std::function<void()>& open, const std::function<HWND()
       ADD_FAILURE() << "the dialog did not open";
       return;
     }
-    DialogDriver driver(window, uiThread);
+    DialogDriver driver(window, uiThread, actions);
     play(driver);
     if (!finished.Wait(kClosedAfterScriptMs)) {
       ADD_FAILURE() << "the dialog was still open when the person was done";
@@ -90,9 +90,11 @@ std::int32_t DialogSession::Play(const Text& task, std::int16_t etat, std::int32
   Event shown;
   HWND window = nullptr;
   FrmExtractionChaine* form = nullptr;
-  presenter_->OnShown([&](FrmExtractionChaine& f, HWND w) {
-    form = &f;
-    window = w;
+  UiThreadActions actions;
+  presenter_->OnShown([&](const win::ShownTaskDialog& dialog) {
+    form = &dialog.form;
+    window = dialog.window;
+    actions.Attach(dialog);
     shown.Set();
   });
   std::int32_t result = -1;
@@ -108,7 +110,7 @@ std::int32_t DialogSession::Play(const Text& task, std::int16_t etat, std::int32
         }
       },
       [&] { return shown.Wait(kShownWithinMs) ? window : nullptr; },
-      [&](DialogDriver& driver) { script(driver, *form); });
+      [&](DialogDriver& driver) { script(driver, *form); }, &actions);
   presenter_->OnShown({});
   return result;
 }

@@ -20,8 +20,9 @@ using Script = std::function<void(DialogDriver& driver, FrmExtractionChaine& for
 // Runs `open` on this thread, which shows the dialog modally and returns once it closed,
 // while a second thread waits for `findDialog` to give the window and plays `play` on it.
 // A watchdog closes what is left open; a dialog still open after `play` fails the test.
+// `actions`: the way onto the dialog's thread, when it is shown in this process.
 void PlayWhileOpen(const std::function<void()>& open, const std::function<HWND()>& findDialog,
-                   const std::function<void(DialogDriver&)>& play);
+                   const std::function<void(DialogDriver&)>& play, UiThreadActions* actions = nullptr);
 
 // The task dialog shown by this thread, waited for a while; null when none came.
 HWND WaitForTaskDialog(DWORD uiThread);

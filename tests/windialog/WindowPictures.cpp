@@ -84,6 +84,7 @@ void CheckCaption(HWND control, std::vector<std::string>& problems) {
   const std::wstring text = TextOf(control);
   if (text.empty() || (name != L"Static" && name != L"Button")) return;
   if (name == L"Static" && (StyleOf(control) & SS_TYPEMASK) == SS_ICON) return;
+  if (name == L"Static" && (StyleOf(control) & SS_ENDELLIPSIS)) return;  // a value box shows its cut with "…"
   RECT client{};
   GetClientRect(control, &client);
   int room = client.right;

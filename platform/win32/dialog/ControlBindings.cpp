@@ -65,6 +65,10 @@ void OptionBinding::Sync() {
   SyncText(options_.Captions[index_]);
   const WPARAM state = options_.Chosen() == index_ ? BST_CHECKED : BST_UNCHECKED;
   if (static_cast<WPARAM>(SendMessageW(Window(), BM_GETCHECK, 0, 0)) != state) SendMessageW(Window(), BM_SETCHECK, state, 0);
+  // Tab enters the group at the chosen option, as Windows users expect.
+  const LONG_PTR style = GetWindowLongPtrW(Window(), GWL_STYLE);
+  const LONG_PTR wanted = state == BST_CHECKED ? style | WS_TABSTOP : style & ~WS_TABSTOP;
+  if (wanted != style) SetWindowLongPtrW(Window(), GWL_STYLE, wanted);
 }
 
 bool OptionBinding::Command(WORD code) {

@@ -29,14 +29,36 @@ std::vector<int> GridWindow::ColumnWidths() const {
   std::vector<int> widths;
   int total = 0;
   for (std::int32_t col = 0; col < source_.Cols(); ++col) {
-    widths.push_back(MulDiv(source_.ColWidthTwips(col), dpi_, 1440));
+    const auto widened = widths_.find(col);
+    widths.push_back(widened != widths_.end() ? widened->second : MulDiv(source_.ColWidthTwips(col), dpi_, 1440));
     total += widths.back();
   }
   // A grid with a header row, narrower than its window, gives the rest to its last
-  // column; a grid of fields in columns keeps its widths.
+  // column (unless the person sized that one); a grid of fields in columns keeps its widths.
   const RECT area = DataArea();
-  if (!widths.empty() && source_.FixedRows() > 0 && total < area.right) widths.back() += area.right - total;
+  const bool lastSized = widths_.count(source_.Cols() - 1) != 0;
+  if (!widths.empty() && !lastSized && source_.FixedRows() > 0 && total < area.right) widths.back() += area.right - total;
   return widths;
+}
+
+int GridWindow::ColumnLeft(const std::vector<int>& widths, std::int32_t col) const {
+  const std::int32_t fixedCols = std::min(source_.FixedCols(), source_.Cols());
+  int left = 0;
+  for (std::int32_t c = 0; c < col; ++c) left += widths[static_cast<std::size_t>(c)];
+  if (col < fixedCols) return left;
+  // Scrolling columns start after the fixed ones, less the columns scrolled out.
+  for (std::int32_t c = fixedCols; c < fixedCols + leftCol_ && c < source_.Cols(); ++c) left -= widths[static_cast<std::size_t>(c)];
+  return left;
+}
+
+RECT GridWindow::CellBounds(std::int32_t row, std::int32_t col) const {
+  RECT empty{};
+  if (row < 0 || col < 0 || row >= source_.Rows() || col >= source_.Cols()) return empty;
+  const std::vector<int> widths = ColumnWidths();
+  const std::int32_t fixedRows = std::min(source_.FixedRows(), source_.Rows());
+  const std::int32_t shownRow = row < fixedRows ? row : row - topRow_;
+  const int left = ColumnLeft(widths, col);
+  return {left, shownRow * rowHeight_, left + widths[static_cast<std::size_t>(col)], (shownRow + 1) * rowHeight_};
 }
 
 RECT GridWindow::CellRect(std::int32_t row, std::int32_t col) const {
@@ -46,22 +68,28 @@ RECT GridWindow::CellRect(std::int32_t row, std::int32_t col) const {
   const std::int32_t fixedCols = std::min(source_.FixedCols(), source_.Cols());
   if (row >= fixedRows && row - fixedRows < topRow_) return empty;
   if (col >= fixedCols && col - fixedCols < leftCol_) return empty;
-  const std::vector<int> widths = ColumnWidths();
-  int left = 0;
-  for (std::int32_t c = 0; c < col; ++c) {
-    if (c >= fixedCols && c - fixedCols < leftCol_) continue;
-    left += widths[static_cast<std::size_t>(c)];
-  }
-  const std::int32_t shownRow = row < fixedRows ? row : row - topRow_;
-  RECT cell{left, shownRow * rowHeight_, left + widths[static_cast<std::size_t>(col)], (shownRow + 1) * rowHeight_};
+  const RECT cell = CellBounds(row, col);
   const RECT area = DataArea();
   if (cell.left >= area.right || cell.top >= area.bottom) return empty;
   return cell;
 }
 
-bool GridWindow::HitTest(POINT point, std::int32_t& row, std::int32_t& col) const {
-  for (std::int32_t r = source_.FixedRows(); r < source_.Rows(); ++r) {
-    for (std::int32_t c = source_.FixedCols(); c < source_.Cols(); ++c) {
+RECT GridWindow::ScrollArea() const {
+  RECT area = DataArea();
+  const std::vector<int> widths = ColumnWidths();
+  const std::int32_t fixedCols = std::min(source_.FixedCols(), source_.Cols());
+  for (std::int32_t c = 0; c < fixedCols; ++c) area.left += widths[static_cast<std::size_t>(c)];
+  area.top += std::min(source_.FixedRows(), source_.Rows()) * rowHeight_;
+  area.left = std::min(area.left, area.right);
+  area.top = std::min(area.top, area.bottom);
+  return area;
+}
+
+bool GridWindow::HitTest(POINT point, std::int32_t& row, std::int32_t& col, bool fixedToo) const {
+  const std::int32_t firstRow = fixedToo ? 0 : source_.FixedRows();
+  const std::int32_t firstCol = fixedToo ? 0 : source_.FixedCols();
+  for (std::int32_t r = firstRow; r < source_.Rows(); ++r) {
+    for (std::int32_t c = firstCol; c < source_.Cols(); ++c) {
       const RECT cell = CellRect(r, c);
       if (PtInRect(&cell, point)) {
         row = r;
@@ -71,6 +99,25 @@ bool GridWindow::HitTest(POINT point, std::int32_t& row, std::int32_t& col) cons
     }
   }
   return false;
+}
+
+int GridWindow::TextWidth(const Text& text) const {
+  const std::wstring wide = Wide(text);
+  const WindowDc dc(window_);
+  const SelectedObject font(dc.get(), font_);
+  SIZE size{};
+  GetTextExtentPoint32W(dc.get(), wide.c_str(), static_cast<int>(wide.size()), &size);
+  return size.cx;
+}
+
+// The text shows whole in its cell: one line, within the cell's margins.
+bool GridWindow::Fits(std::int32_t row, std::int32_t col) const {
+  const RECT cell = CellRect(row, col);
+  if (IsRectEmpty(&cell)) return true;
+  const Text& text = source_.Cell(row, col);
+  if (text.empty()) return true;
+  if (text.find_first_of(u"\r\n") != Text::npos) return false;
+  return TextWidth(text) <= cell.right - cell.left - 2 * Px(dpi_, 4);
 }
 
 void GridWindow::Paint(HDC dc, const RECT& client) {
@@ -87,6 +134,12 @@ void GridWindow::Paint(HDC dc, const RECT& client) {
     RECT strip = client;
     strip.top = DataArea().bottom;
     FillRect(dc, &strip, GetSysColorBrush(COLOR_BTNFACE));
+  }
+  // Focused without a current cell to mark (no data yet): the grid itself shows the focus.
+  if (GetFocus() == window_ && !CurrentIsDataCell()) {
+    RECT area = DataArea();
+    InflateRect(&area, -1, -1);
+    DrawFocusRect(dc, &area);
   }
 }
 
@@ -131,13 +184,27 @@ void GridWindow::PaintCell(HDC dc, std::int32_t row, std::int32_t col, const REC
 }
 
 void GridWindow::UpdateScrollBars() {
+  if (updatingBars_) return;
+  updatingBars_ = true;
+  // A bar that comes or goes changes the room for the cells, and so perhaps the other bar.
+  for (int round = 0; round < 3; ++round) {
+    const RECT before = DataArea();
+    SetScrollBars();
+    const RECT after = DataArea();
+    if (EqualRect(&before, &after)) break;
+  }
+  updatingBars_ = false;
+}
+
+// A bar shows only when there is something to scroll.
+void GridWindow::SetScrollBars() {
   const RECT area = DataArea();
   const std::int32_t fixedRows = std::min(source_.FixedRows(), source_.Rows());
   const std::int32_t fixedCols = std::min(source_.FixedCols(), source_.Cols());
   const std::int32_t scrollRows = source_.Rows() - fixedRows;
   const int fitRows = std::max(1, static_cast<int>((area.bottom - fixedRows * rowHeight_) / rowHeight_));
   topRow_ = std::clamp(topRow_, 0, std::max(0, scrollRows - fitRows));
-  SCROLLINFO vertical{sizeof(SCROLLINFO), SIF_ALL | SIF_DISABLENOSCROLL, 0, std::max(0, scrollRows - 1),
+  SCROLLINFO vertical{sizeof(SCROLLINFO), SIF_ALL, 0, std::max(0, scrollRows - 1),
                       static_cast<UINT>(fitRows), topRow_, 0};
   SetScrollInfo(window_, SB_VERT, &vertical, TRUE);
 
@@ -154,7 +221,7 @@ void GridWindow::UpdateScrollBars() {
   }
   fitCols = std::max(fitCols, 1);
   leftCol_ = std::clamp(leftCol_, 0, std::max(0, scrollCols - fitCols));
-  SCROLLINFO horizontal{sizeof(SCROLLINFO), SIF_ALL | SIF_DISABLENOSCROLL, 0, std::max(0, scrollCols - 1),
+  SCROLLINFO horizontal{sizeof(SCROLLINFO), SIF_ALL, 0, std::max(0, scrollCols - 1),
                         static_cast<UINT>(fitCols), leftCol_, 0};
   SetScrollInfo(window_, SB_HORZ, &horizontal, TRUE);
 }

@@ -4,14 +4,16 @@
 
 #include <commctrl.h>
 
+#include "platform/win32/dialog/HintWords.h"
 #include "platform/win32/dialog/TaskDialogIds.h"
+#include "store/ModuleState.h"
 
 namespace nv::win {
 namespace {
 
 constexpr DWORD kLabel = SS_LEFT | SS_NOPREFIX;
-// A value shown in a sunken box, on one line.
-constexpr DWORD kValue = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE | SS_LEFTNOWORDWRAP;
+// A value shown in a sunken box, on one line, with an ellipsis where it is cut.
+constexpr DWORD kValue = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE | SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS;
 constexpr DWORD kEntry = WS_TABSTOP | ES_AUTOHSCROLL;
 constexpr DWORD kPush = WS_TABSTOP | BS_PUSHBUTTON;
 
@@ -77,16 +79,20 @@ void TaskDialogWindow::BuildCountRow(HWND page, int base, RowFieldsEditor& edito
                        Make(page, L"EDIT", WS_TABSTOP | ES_READONLY | ES_RIGHT, WS_EX_CLIENTEDGE, base + ids::kTxtFieldsCount,
                             {kLeft + 146, top + 2, 40, kRowHeight}),
                        false);
-  // No buddy: the arrows only click.
-  const HWND upDown = Make(page, UPDOWN_CLASSW, WS_TABSTOP, 0, base + ids::kUpDown1, {kLeft + 186, top + 2, 17, kRowHeight});
+  // No buddy: the arrows only click, by mouse or by the Up and Down keys.
+  const HWND upDown =
+      Make(page, UPDOWN_CLASSW, WS_TABSTOP | UDS_ARROWKEYS, 0, base + ids::kUpDown1, {kLeft + 186, top + 2, 17, kRowHeight});
   SendMessageW(upDown, UDM_SETRANGE32, static_cast<WPARAM>(-1000), 1000);
   SendMessageW(upDown, UDM_SETPOS32, 0, 0);
   Bind<UpDownBinding>(editor.UpDown1, upDown);
+  Hint(upDown, HintWordsFor(Module().LanguageOffset).fieldCount);
 }
 
 GridWindow& TaskDialogWindow::BuildGrid(HWND page, int id, Control& model, std::unique_ptr<GridSource> source, RECT bounds) {
-  auto grid = std::make_unique<GridWindow>(*source, [this](const std::function<void()>& action) { UserEvent(action); });
+  auto grid = std::make_unique<GridWindow>(
+      *source, [this](const GridWindow& from, const std::function<void()>& action) { GridEvent(from, action); });
   const RECT scaled{Scale(bounds.left), Scale(bounds.top), Scale(bounds.left + bounds.right), Scale(bounds.top + bounds.bottom)};
+  grid->SetTip(tip_);
   grid->Create(page, id, scaled, font_.get());
   GridWindow& made = *grid;
   sources_.push_back(std::move(source));
@@ -139,10 +145,15 @@ void TaskDialogWindow::BuildExtraction(HWND page) {
   BuildSeparatorRows(page, base, editor);
   constexpr int rowTop = 112;
   extractionGrid_ = &BuildButtonsAndGrid(page, base, editor, rowTop);
-  // Over the grid, so made after it: it stays above it in the order of siblings.
-  flagCheck_ = Make(page, L"BUTTON", BS_CHECKBOX, 0, base + ids::kMCheckBox, {0, 0, 13, 13});
+  // Inside the grid, so that the grid's edges clip it and it scrolls with the cells.
+  flagCheck_ = Make(extractionGrid_->Handle(), L"BUTTON", BS_CHECKBOX, 0, base + ids::kMCheckBox, {0, 0, 13, 13});
   SetWindowPos(flagCheck_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   Bind<CheckBinding>(editor.mCheckBox, flagCheck_);
+  Hint(flagCheck_, nullptr);
+  extractionGrid_->OnViewChanged([this] { PlaceFlagCheckBox(); });
+  const HintWords& words = HintWordsFor(Module().LanguageOffset);
+  Hint(GetDlgItem(extractionGrid_->Handle(), GridWindow::kPlusId), words.addField);
+  Hint(GetDlgItem(extractionGrid_->Handle(), GridWindow::kMinusId), words.removeField);
 }
 
 void TaskDialogWindow::BuildRecherche(HWND page) {

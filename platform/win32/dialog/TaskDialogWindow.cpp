@@ -3,8 +3,6 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <mutex>
-#include <optional>
 #include <string>
 
 #include "common/Error.h"
@@ -16,35 +14,6 @@ namespace {
 
 // Posted: the focus a model asked for is given once the event that asked has ended.
 constexpr UINT kApplyFocus = WM_APP + 11;
-// Posted: the first action waiting for this dialog runs.
-constexpr UINT kRunWaitingAction = WM_APP + 12;
-
-struct WaitingAction {
-  HWND dialog;
-  std::function<void()> action;
-};
-
-// The actions of RunOnDialogThread; tools post from their own threads.
-struct WaitingActions {
-  std::mutex lock;
-  std::vector<WaitingAction> actions;
-};
-
-WaitingActions& Waiting() {
-  static WaitingActions waiting;
-  return waiting;
-}
-
-std::optional<std::function<void()>> TakeWaitingAction(HWND dialog) {
-  WaitingActions& waiting = Waiting();
-  const std::lock_guard<std::mutex> guard(waiting.lock);
-  const auto found = std::find_if(waiting.actions.begin(), waiting.actions.end(),
-                                  [&](const WaitingAction& entry) { return entry.dialog == dialog; });
-  if (found == waiting.actions.end()) return std::nullopt;
-  std::function<void()> action = std::move(found->action);
-  waiting.actions.erase(found);
-  return action;
-}
 constexpr int kMargin = 8;
 constexpr int kButtonWidth = 88;
 constexpr int kButtonHeight = 25;
@@ -68,26 +37,10 @@ TaskDialogWindow::TaskDialogWindow(FrmExtractionChaine& form, Win32UiServices& u
       dpi_(ScreenDpi()),
       dialogClass_(kClassName, &TaskDialogWindow::Procedure, CodeModule(), GetSysColorBrush(COLOR_BTNFACE)),
       gridClass_(GridWindow::RegisterClass(CodeModule())),
+      tipClass_(TipWindow::RegisterClass(CodeModule())),
       font_(MakeDialogFont(dpi_)) {
   INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_TAB_CLASSES | ICC_UPDOWN_CLASS | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
-}
-
-bool TaskDialogWindow::RunOnDialogThread(HWND dialog, std::function<void()> action) {
-  {
-    WaitingActions& waiting = Waiting();
-    const std::lock_guard<std::mutex> guard(waiting.lock);
-    waiting.actions.push_back({dialog, std::move(action)});
-  }
-  if (PostMessageW(dialog, kRunWaitingAction, 0, 0)) return true;
-  DropWaitingActions(dialog);
-  return false;
-}
-
-void TaskDialogWindow::DropWaitingActions(HWND dialog) {
-  WaitingActions& waiting = Waiting();
-  const std::lock_guard<std::mutex> guard(waiting.lock);
-  std::erase_if(waiting.actions, [&](const WaitingAction& entry) { return entry.dialog == dialog; });
 }
 
 TaskDialogWindow::~TaskDialogWindow() {
@@ -150,12 +103,6 @@ LRESULT TaskDialogWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LP
     case kSignalWhenReached:
       SetEvent(reinterpret_cast<HANDLE>(lParam));
       return 0;
-    case kRunWaitingAction:
-      if (auto action = TakeWaitingAction(window)) UserEvent(*action);
-      return 0;
-    case WM_DESTROY:
-      if (window == window_.get()) DropWaitingActions(window);
-      break;
     case kApplyFocus:
       if (Control* control = std::exchange(pendingFocus_, nullptr)) {
         const auto found = windowOf_.find(control);
@@ -193,6 +140,7 @@ void TaskDialogWindow::Create(HWND owner) {
     throw RuntimeError(static_cast<std::int32_t>(HRESULT_FROM_WIN32(GetLastError())), u"The task dialog's window cannot be created");
   }
   SendMessageW(window_.get(), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+  tip_.Create(window_.get(), font_.get());
 
   RECT client{};
   GetClientRect(window_.get(), &client);
@@ -257,7 +205,7 @@ void TaskDialogWindow::BuildPages() {
   Bind<TabBinding>(form_.SSTab1, tabs_, pages_);
 }
 
-void TaskDialogWindow::RunModal(const std::function<void(FrmExtractionChaine&, HWND)>& shown) {
+void TaskDialogWindow::RunModal(const std::function<void(const ShownTaskDialog&)>& shown) {
   HWND owner = GetActiveWindow();
   Create(owner);
   previousDialog_ = ui_.Attach(this);
@@ -267,7 +215,7 @@ void TaskDialogWindow::RunModal(const std::function<void(FrmExtractionChaine&, H
   ShowWindow(window_.get(), SW_SHOW);
   SetForegroundWindow(window_.get());
   if (const HWND first = GetNextDlgTabItem(window_.get(), nullptr, FALSE)) SetFocus(first);
-  if (shown) shown(form_, window_.get());
+  if (shown) shown({form_, window_.get(), [this](const std::function<void()>& action) { UserEvent(action); }});
 
   MSG message{};
   while (form_.Visible && window_) {
@@ -300,6 +248,7 @@ bool TaskDialogWindow::IsOurs(HWND window) const {
 
 // The dialog sees the keys before its controls: Enter becomes the model's key press.
 bool TaskDialogWindow::PreviewKey(MSG& message) {
+  if (OptionArrow(message) || TabKey(message)) return true;
   if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN) {
     // Keeps the dialog manager from pressing the default button; the character follows.
     TranslateMessage(&message);
@@ -329,6 +278,19 @@ bool TaskDialogWindow::Guarded(const std::function<void()>& action) {
 void TaskDialogWindow::UserEvent(const std::function<void()>& action) {
   Guarded(action);
   Sync();
+}
+
+void TaskDialogWindow::GridEvent(const GridWindow& grid, const std::function<void()>& action) {
+  const int before = messagesShown_;
+  UserEvent(action);
+  // Whatever key or click left the cell, a message about it sends the person back there.
+  if (messagesShown_ != before && !pendingFocus_ && window_ && grid.Handle()) SetFocus(grid.Handle());
+}
+
+void TaskDialogWindow::MessageClosed(HWND focused) {
+  ++messagesShown_;
+  // Where the dialog's rules name no control, the focus stays where it was.
+  if (focused && IsWindow(focused) && IsWindowVisible(focused) && IsWindowEnabled(focused) && IsOurs(focused)) SetFocus(focused);
 }
 
 void TaskDialogWindow::CommitCellEdits() {
@@ -361,19 +323,27 @@ void TaskDialogWindow::Sync() {
   syncing_ = false;
 }
 
-// The extraction editor's check box lies over the current flag cell, where the model puts it.
+// The extraction editor's check box lies over the current flag cell, where the model puts
+// it, and follows it through scrolling and column sizing; only its part over the grid's
+// scrolling cells shows.
 void TaskDialogWindow::PlaceFlagCheckBox() {
   if (!flagCheck_ || !extractionGrid_ || !form_.FrameExtraction1.mCheckBox.Visible) return;
   const FlexGrid& grid = form_.FrameExtraction1.NovraFlexGrid1;
-  RECT cell = extractionGrid_->CellRect(grid.Row(), grid.Col());
-  if (IsRectEmpty(&cell)) {
-    ShowWindow(flagCheck_, SW_HIDE);
-    return;
-  }
-  MapWindowPoints(extractionGrid_->Handle(), GetParent(flagCheck_), reinterpret_cast<POINT*>(&cell), 2);
+  RECT cell = extractionGrid_->CellBounds(grid.Row(), grid.Col());
   // It covers the cell, inside the current cell's mark, with its box near the left edge.
   InflateRect(&cell, -Scale(3), -Scale(3));
+  if (IsRectEmpty(&cell)) return;
   SetWindowPos(flagCheck_, HWND_TOP, cell.left, cell.top, cell.right - cell.left, cell.bottom - cell.top, SWP_NOACTIVATE);
+  const RECT area = extractionGrid_->ScrollArea();
+  RECT shown{};
+  IntersectRect(&shown, &cell, &area);
+  if (EqualRect(&shown, &cell)) {
+    SetWindowRgn(flagCheck_, nullptr, TRUE);
+    return;
+  }
+  OffsetRect(&shown, -cell.left, -cell.top);
+  // The window owns the region from here on.
+  SetWindowRgn(flagCheck_, CreateRectRgnIndirect(&shown), TRUE);
 }
 
 }  // namespace nv::win

@@ -13,23 +13,28 @@
 
 #include "dialog/FrmExtractionChaine.h"
 #include "platform/win32/dialog/ControlBindings.h"
+#include "platform/win32/dialog/ControlHint.h"
 #include "platform/win32/dialog/GridWindow.h"
+#include "platform/win32/dialog/TipWindow.h"
 #include "platform/win32/dialog/Win32UiServices.h"
 #include "platform/win32/dialog/WindowHandles.h"
 
 namespace nv::win {
+
+// What a tool told of the dialog on screen gets, on the dialog's thread, while it is up.
+struct ShownTaskDialog {
+  FrmExtractionChaine& form;
+  HWND window;
+  // Runs work on the model as one of the dialog's user events (a failure closes the
+  // dialog; every window follows the model afterwards). On the dialog's thread only.
+  std::function<void(const std::function<void()>&)> runUserEvent;
+};
 
 class TaskDialogWindow final : public ShownDialog {
  public:
   // Posted with an event handle of this process in lParam: the dialog sets the event once
   // it has handled every message posted before, so that input tools know it has settled.
   static constexpr UINT kSignalWhenReached = WM_APP + 10;
-  // Runs `action` on the dialog's thread as a user event, after the messages posted before
-  // it, for tools in the same module. False when the dialog is gone. The action is kept in
-  // this module, never passed through the message, so no other process can have one run.
-  static bool RunOnDialogThread(HWND dialog, std::function<void()> action);
-  // Forgets the actions still waiting for `dialog` (a tool that stopped waiting for them).
-  static void DropWaitingActions(HWND dialog);
   static constexpr wchar_t kClassName[] = L"NvTaskDialog";
 
   // `resources` holds the icon the picture box names (the plug-in's DLL).
@@ -41,11 +46,12 @@ class TaskDialogWindow final : public ShownDialog {
   // Shows the window over the thread's active window, which stays disabled meanwhile,
   // and runs the messages until the form is hidden. A failure of the model in an event
   // closes the dialog and comes out here. `shown` hears of the window once it is up.
-  void RunModal(const std::function<void(FrmExtractionChaine&, HWND)>& shown = {});
+  void RunModal(const std::function<void(const ShownTaskDialog&)>& shown = {});
 
   HWND Window() const override { return window_.get(); }
   void Focus(Control& control) override;
   void TabToNext() override;
+  void MessageClosed(HWND focused) override;
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -82,10 +88,17 @@ class TaskDialogWindow final : public ShownDialog {
   void UserEvent(const std::function<void()>& action);
   // Runs it with a failure caught: the failure closes the dialog. False when it failed.
   bool Guarded(const std::function<void()>& action);
+  // A grid's event: after a message about its cell the person is sent back to the cell.
+  void GridEvent(const GridWindow& grid, const std::function<void()>& action);
   void Sync();
   void PlaceFlagCheckBox();
   void CommitCellEdits();
   bool PreviewKey(MSG& message);
+  // Arrows among option buttons choose as they move; Ctrl+Tab and Ctrl+Page Down (with
+  // Shift, or Page Up: backwards) bring the next available tab to the front.
+  bool OptionArrow(const MSG& message);
+  bool TabKey(const MSG& message);
+  void Hint(HWND control, const wchar_t* words);
   bool IsOurs(HWND window) const;
   RECT PageRect() const;
   // The page's size in the 96-DPI units the layout is written in.
@@ -99,10 +112,12 @@ class TaskDialogWindow final : public ShownDialog {
   // Declared first: the classes outlive every window made from them.
   WindowClass dialogClass_;
   WindowClass gridClass_;
+  WindowClass tipClass_;
   unique_hfont font_;
   std::vector<std::unique_ptr<GridSource>> sources_;
   std::vector<std::unique_ptr<GridWindow>> grids_;
   std::vector<std::unique_ptr<Binding>> bindings_;
+  std::vector<std::unique_ptr<ControlHint>> hints_;
   std::map<HWND, Binding*> byWindow_;
   std::map<const Control*, HWND> windowOf_;
   std::vector<HWND> pages_;
@@ -112,10 +127,13 @@ class TaskDialogWindow final : public ShownDialog {
   Control* pendingFocus_ = nullptr;
   std::exception_ptr failure_;
   bool syncing_ = false;
+  int messagesShown_ = 0;
   ShownDialog* previousDialog_ = nullptr;
   bool attached_ = false;
-  // Declared last: the window and its children go before the bindings and classes.
+  // Declared late: the window and its children go before the bindings and classes.
   unique_hwnd window_;
+  // Owned by the window, so it goes first.
+  TipWindow tip_;
 };
 
 }  // namespace nv::win

@@ -21,7 +21,9 @@ void Win32UiServices::MsgBox(const Text& prompt, std::int32_t style) {
   // No title of its own: the box takes the dialog's.
   std::wstring title(256, L'\0');
   title.resize(owner ? static_cast<std::size_t>(GetWindowTextW(owner, title.data(), static_cast<int>(title.size()))) : 0);
+  const HWND focused = GetFocus();
   MessageBoxW(owner, Wide(prompt).c_str(), title.c_str(), static_cast<UINT>(style));
+  if (shown_) shown_->MessageClosed(focused);
 }
 
 void Win32UiServices::SetFocus(Control& control) {

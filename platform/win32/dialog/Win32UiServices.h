@@ -15,6 +15,8 @@ class ShownDialog {
   virtual void Focus(Control& control) = 0;
   // Moves the focus on as the Tab key does.
   virtual void TabToNext() = 0;
+  // A message box over the dialog closed; `focused` had the focus when it opened.
+  virtual void MessageClosed(HWND focused) = 0;
 };
 
 class Win32UiServices final : public UiServices {

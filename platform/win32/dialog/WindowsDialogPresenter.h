@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "dialog/FormTaskDialog.h"
+#include "platform/win32/dialog/TaskDialogWindow.h"
 #include "platform/win32/dialog/Win32UiServices.h"
 
 namespace nv::win {
@@ -14,7 +15,7 @@ namespace nv::win {
 class WindowsDialogPresenter final : public DialogPresenter {
  public:
   // Told of each dialog once its window is up, on the dialog's thread (tools and tests).
-  using ShownHook = std::function<void(FrmExtractionChaine&, HWND)>;
+  using ShownHook = std::function<void(const ShownTaskDialog&)>;
 
   // `resources`: the module whose icons the picture box shows.
   explicit WindowsDialogPresenter(HMODULE resources) : resources_(resources) {}
