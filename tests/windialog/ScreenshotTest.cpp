@@ -2,8 +2,6 @@
 // rules checked on each at 96 DPI.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "platform/win32/dialog/TaskDialogIds.h"
 #include "store/Texts.h"
 #include "tests/windialog/DialogSession.h"
@@ -15,14 +13,6 @@ namespace {
 namespace ids = win::ids;
 
 constexpr const char* kTabNames[] = {"parameters", "split", "extraction", "find", "comment", "actions"};
-
-std::string PicturesFolder() {
-  wchar_t program[MAX_PATH] = {};
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  const std::filesystem::path folder = std::filesystem::path(program).parent_path() / "screenshots";
-  std::filesystem::create_directories(folder);
-  return folder.string();
-}
 
 // Fills the editors as a person would have, so that the pictures show content: a string,
 // fields and their previews.

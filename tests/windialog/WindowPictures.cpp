@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "platform/win32/dialog/WindowHandles.h"
@@ -146,12 +147,16 @@ void CheckSiblings(HWND parent, int overlayId, std::vector<std::string>& problem
 
 }  // namespace
 
-bool SaveWindowPicture(HWND window, const std::string& path) {
-  RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW | RDW_ALLCHILDREN);
-  RECT bounds{};
-  GetWindowRect(window, &bounds);
-  const int width = bounds.right - bounds.left;
-  const int height = bounds.bottom - bounds.top;
+std::string PicturesFolder() {
+  wchar_t program[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, program, MAX_PATH);
+  const std::filesystem::path folder = std::filesystem::path(program).parent_path() / "screenshots";
+  std::filesystem::create_directories(folder);
+  return folder.string();
+}
+
+// What `source` shows of `width` by `height` from `origin`, as PNG.
+static bool SaveDcPicture(HDC source, POINT origin, int width, int height, const std::string& path) {
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof(info.bmiHeader);
   info.bmiHeader.biWidth = width;
@@ -160,13 +165,12 @@ bool SaveWindowPicture(HWND window, const std::string& path) {
   info.bmiHeader.biBitCount = 32;
   info.bmiHeader.biCompression = BI_RGB;
   void* bits = nullptr;
-  const win::WindowDc source(window, true);
-  const win::unique_memory_dc memory(CreateCompatibleDC(source.get()));
+  const win::unique_memory_dc memory(CreateCompatibleDC(source));
   const win::unique_hbitmap bitmap(CreateDIBSection(memory.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
   RgbImage image{width, height, {}};
   {
     const win::SelectedObject selected(memory.get(), bitmap.get());
-    if (!BitBlt(memory.get(), 0, 0, width, height, source.get(), 0, 0, SRCCOPY)) return false;
+    if (!BitBlt(memory.get(), 0, 0, width, height, source, origin.x, origin.y, SRCCOPY)) return false;
     GdiFlush();
     const auto* pixels = static_cast<const std::uint8_t*>(bits);
     for (int i = 0; i < width * height; ++i) {
@@ -176,6 +180,19 @@ bool SaveWindowPicture(HWND window, const std::string& path) {
     }
   }
   return WritePng(path, image);
+}
+
+bool SaveWindowPicture(HWND window, const std::string& path) {
+  RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW | RDW_ALLCHILDREN);
+  RECT bounds{};
+  GetWindowRect(window, &bounds);
+  const win::WindowDc source(window, true);
+  return SaveDcPicture(source.get(), {0, 0}, bounds.right - bounds.left, bounds.bottom - bounds.top, path);
+}
+
+bool SaveScreenPicture(const RECT& area, const std::string& path) {
+  const win::WindowDc screen(nullptr);
+  return SaveDcPicture(screen.get(), {area.left, area.top}, area.right - area.left, area.bottom - area.top, path);
 }
 
 std::vector<std::string> LayoutProblems(HWND dialog, HWND page, int overlayId) {

@@ -8,8 +8,13 @@
 
 namespace nv::uitest {
 
+// The folder of the pictures, beside the suite (made when missing).
+std::string PicturesFolder();
+
 // The window as it is painted now, frame included.
 bool SaveWindowPicture(HWND window, const std::string& path);
+// The screen's `area` as shown now, whatever windows lie there.
+bool SaveScreenPicture(const RECT& area, const std::string& path);
 
 // Broken rules, one line each: a visible control outside its parent's client area, two
 // sibling controls that overlap (a frame around its contents, the pages over the tab

@@ -24,6 +24,9 @@ LRESULT CALLBACK ControlHint::Procedure(HWND window, UINT message, WPARAM wParam
       if (GetFocus() == window) {
         // Drawn over what the control painted, inside its edge.
         const WindowDc dc(window);
+        // Within the window's region, where it has one: a control partly scrolled out.
+        const com::unique_handle<HRGN, com::GdiObjectDeleter> region(CreateRectRgn(0, 0, 0, 0));
+        if (GetWindowRgn(window, region.get()) != ERROR) SelectClipRgn(dc.get(), region.get());
         RECT client{};
         GetClientRect(window, &client);
         InflateRect(&client, -1, -1);

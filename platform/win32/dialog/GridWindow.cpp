@@ -102,6 +102,7 @@ LRESULT GridWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case kGetCellTopLeft:
     case kGetCellBottomRight: return OnGetCellCorner(message, wParam);
     case kGetSize: return MAKELRESULT(source_.Rows(), source_.Cols());
+    case kGetCurrent: return MAKELRESULT(source_.Row(), source_.Col());
     case WM_VSCROLL: Scroll(SB_VERT, wParam); return 0;
     case WM_HSCROLL: Scroll(SB_HORZ, wParam); return 0;
     case WM_MOUSEWHEEL: Scroll(SB_VERT, GET_WHEEL_DELTA_WPARAM(wParam) > 0 ? SB_LINEUP : SB_LINEDOWN); return 0;

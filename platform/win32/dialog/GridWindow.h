@@ -34,11 +34,12 @@ class GridWindow {
   // buffer holds, with its terminating null.
   // kGetCellTopLeft and kGetCellBottomRight, from any process: the corner in client
   // coordinates as MAKELRESULT(x, y); -1 when the cell is not shown.
-  // kGetSize: MAKELRESULT(rows, columns).
+  // kGetSize: MAKELRESULT(rows, columns). kGetCurrent: MAKELRESULT(row, column).
   static constexpr UINT kGetCellText = WM_APP + 2;
   static constexpr UINT kGetCellTopLeft = WM_APP + 3;
   static constexpr UINT kGetSize = WM_APP + 4;
   static constexpr UINT kGetCellBottomRight = WM_APP + 5;
+  static constexpr UINT kGetCurrent = WM_APP + 7;
   struct CellTextRequest {
     wchar_t* buffer;
     std::size_t capacity;  // in characters, the null included

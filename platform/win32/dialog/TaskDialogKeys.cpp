@@ -2,6 +2,8 @@
 // and the keys that turn the tabs.
 #include "platform/win32/dialog/TaskDialogWindow.h"
 
+#include <commctrl.h>
+
 #include <vector>
 
 namespace nv::win {
@@ -42,6 +44,19 @@ bool TaskDialogWindow::OptionArrow(const MSG& message) {
     SendMessageW(next, BM_CLICK, 0, 0);
     break;
   }
+  return true;
+}
+
+bool TaskDialogWindow::UpDownArrow(const MSG& message) {
+  if (message.message != WM_KEYDOWN || (message.wParam != VK_UP && message.wParam != VK_DOWN)) return false;
+  wchar_t name[32] = {};
+  GetClassNameW(message.hwnd, name, 32);
+  if (_wcsicmp(name, UPDOWN_CLASSW) != 0 || !IsOurs(message.hwnd)) return false;
+  // The key is an arrow's click: the same notification, by the same way.
+  NMUPDOWN change{};
+  change.hdr = {message.hwnd, static_cast<UINT_PTR>(GetDlgCtrlID(message.hwnd)), UDN_DELTAPOS};
+  change.iDelta = message.wParam == VK_UP ? 1 : -1;
+  SendMessageW(GetParent(message.hwnd), WM_NOTIFY, change.hdr.idFrom, reinterpret_cast<LPARAM>(&change));
   return true;
 }
 

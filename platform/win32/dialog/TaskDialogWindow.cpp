@@ -248,7 +248,7 @@ bool TaskDialogWindow::IsOurs(HWND window) const {
 
 // The dialog sees the keys before its controls: Enter becomes the model's key press.
 bool TaskDialogWindow::PreviewKey(MSG& message) {
-  if (OptionArrow(message) || TabKey(message)) return true;
+  if (OptionArrow(message) || UpDownArrow(message) || TabKey(message)) return true;
   if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN) {
     // Keeps the dialog manager from pressing the default button; the character follows.
     TranslateMessage(&message);

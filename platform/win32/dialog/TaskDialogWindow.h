@@ -97,6 +97,8 @@ class TaskDialogWindow final : public ShownDialog {
   // Arrows among option buttons choose as they move; Ctrl+Tab and Ctrl+Page Down (with
   // Shift, or Page Up: backwards) bring the next available tab to the front.
   bool OptionArrow(const MSG& message);
+  // Up and Down on an up-down click its arrows.
+  bool UpDownArrow(const MSG& message);
   bool TabKey(const MSG& message);
   void Hint(HWND control, const wchar_t* words);
   bool IsOurs(HWND window) const;
