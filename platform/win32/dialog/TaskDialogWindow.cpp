@@ -333,17 +333,21 @@ void TaskDialogWindow::PlaceFlagCheckBox() {
   // It covers the cell, inside the current cell's mark, with its box near the left edge.
   InflateRect(&cell, -Scale(3), -Scale(3));
   if (IsRectEmpty(&cell)) return;
-  SetWindowPos(flagCheck_, HWND_TOP, cell.left, cell.top, cell.right - cell.left, cell.bottom - cell.top, SWP_NOACTIVATE);
   const RECT area = extractionGrid_->ScrollArea();
   RECT shown{};
   IntersectRect(&shown, &cell, &area);
-  if (EqualRect(&shown, &cell)) {
-    SetWindowRgn(flagCheck_, nullptr, TRUE);
-    return;
-  }
+  const bool whole = EqualRect(&shown, &cell) != FALSE;
   OffsetRect(&shown, -cell.left, -cell.top);
+  const bool visible = (GetWindowLongPtrW(flagCheck_, GWL_STYLE) & WS_VISIBLE) != 0;
+  if (EqualRect(&cell, &flagCell_) && EqualRect(&shown, &flagShown_) && visible == !IsRectEmpty(&shown)) return;
+  flagCell_ = cell;
+  flagShown_ = shown;
   // The window owns the region from here on.
-  SetWindowRgn(flagCheck_, CreateRectRgnIndirect(&shown), TRUE);
+  SetWindowRgn(flagCheck_, whole ? nullptr : CreateRectRgnIndirect(&shown), FALSE);
+  SetWindowPos(flagCheck_, HWND_TOP, cell.left, cell.top, cell.right - cell.left, cell.bottom - cell.top,
+               SWP_NOACTIVATE | SWP_NOCOPYBITS | (IsRectEmpty(&shown) ? SWP_HIDEWINDOW : SWP_SHOWWINDOW));
+  // The grid paints again what the box left behind.
+  RedrawWindow(extractionGrid_->Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 }  // namespace nv::win

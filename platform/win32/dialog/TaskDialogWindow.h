@@ -126,6 +126,8 @@ class TaskDialogWindow final : public ShownDialog {
   HWND tabs_ = nullptr;
   HWND flagCheck_ = nullptr;
   GridWindow* extractionGrid_ = nullptr;
+  RECT flagCell_{};   // where the check box was last placed, in the grid
+  RECT flagShown_{};  // and the part of it that showed
   Control* pendingFocus_ = nullptr;
   std::exception_ptr failure_;
   bool syncing_ = false;
