@@ -140,7 +140,7 @@ void TaskDialogWindow::Create(HWND owner) {
     throw RuntimeError(static_cast<std::int32_t>(HRESULT_FROM_WIN32(GetLastError())), u"The task dialog's window cannot be created");
   }
   SendMessageW(window_.get(), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
-  tip_.Create(window_.get(), font_.get());
+  tip_.Create(CodeModule(), font_.get());
 
   RECT client{};
   GetClientRect(window_.get(), &client);
@@ -233,6 +233,7 @@ void TaskDialogWindow::RunModal(const std::function<void(const ShownTaskDialog&)
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
+  tip_.Hide(nullptr);
   // The owner comes back before the dialog goes, so that it gets the activation.
   if (owner) EnableWindow(owner, TRUE);
   ShowWindow(window_.get(), SW_HIDE);

@@ -134,10 +134,10 @@ class TaskDialogWindow final : public ShownDialog {
   int messagesShown_ = 0;
   ShownDialog* previousDialog_ = nullptr;
   bool attached_ = false;
-  // Declared late: the window and its children go before the bindings and classes.
-  unique_hwnd window_;
-  // Owned by the window, so it goes first.
+  // The controls' hints use it until their windows go.
   TipWindow tip_;
+  // Declared last: the window and its children go before the bindings and classes.
+  unique_hwnd window_;
 };
 
 }  // namespace nv::win

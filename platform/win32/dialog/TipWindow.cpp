@@ -21,11 +21,10 @@ WindowClass TipWindow::RegisterClass(HINSTANCE instance) {
   return WindowClass(kClassName, &TipWindow::Procedure, instance, GetSysColorBrush(COLOR_INFOBK), CS_SAVEBITS);
 }
 
-void TipWindow::Create(HWND owner, HFONT font) {
+void TipWindow::Create(HINSTANCE instance, HFONT font) {
   font_ = font;
   window_.reset(CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE, kClassName, L"", WS_POPUP | WS_BORDER, 0, 0,
-                                0, 0, owner, nullptr, reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(owner, GWLP_HINSTANCE)),
-                                nullptr));
+                                0, 0, nullptr, nullptr, instance, nullptr));
   if (window_) SendMessageW(window_.get(), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
 }
 
@@ -82,7 +81,7 @@ void TipWindow::Show(const std::wstring& text, POINT where, HWND from) {
 }
 
 void TipWindow::Hide(HWND from) {
-  if (!window_ || from != from_) return;
+  if (!window_ || (from && from != from_)) return;
   from_ = nullptr;
   ShowWindow(window_.get(), SW_HIDE);
 }

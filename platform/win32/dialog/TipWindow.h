@@ -15,12 +15,13 @@ class TipWindow {
   static constexpr wchar_t kClassName[] = L"NvTip";
   static WindowClass RegisterClass(HINSTANCE instance);
 
-  // `owner`: the dialog, which the box stays above and goes with.
-  void Create(HWND owner, HFONT font);
+  // A box of its own, above every window: it goes with this object, not with the dialog,
+  // so that the dialog's controls may still hide it while they go.
+  void Create(HINSTANCE instance, HFONT font);
   // Shows `text` with its top-left corner at `where` (screen), kept on the screen, for
   // `from`, the window whose content it tells.
   void Show(const std::wstring& text, POINT where, HWND from);
-  // Hides the box when it is showing something of `from`.
+  // Hides the box when it is showing something of `from` (null: whatever it shows).
   void Hide(HWND from);
   HWND Handle() const noexcept { return window_.get(); }
 
