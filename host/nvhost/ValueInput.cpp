@@ -26,8 +26,8 @@ std::string ReadInputBytes(const std::string& path) {
   if (size > 0) {
     bytes.resize(static_cast<std::size_t>(size));
     in.seekg(0);
-    in.read(bytes.data(), size);
-    if (in.gcount() != size) throw std::runtime_error("cannot read " + path);
+    in.read(bytes.data(), static_cast<std::streamsize>(size));
+    if (in.gcount() != static_cast<std::streamsize>(size)) throw std::runtime_error("cannot read " + path);
   } else {
     // Not a regular file (a pipe, a device): read to its end.
     in.clear();

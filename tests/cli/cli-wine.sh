@@ -8,11 +8,20 @@ examples=$1 nvhost=$2 server=$3 standin=$4
 # Wine hands the arguments to the program through the locale's code page: UTF-8 keeps them.
 export LC_ALL=C.UTF-8
 wine regsvr32 /s "$server" && wine regsvr32 /s "$standin" || { echo "FAIL: regsvr32" >&2; exit 1; }
-# Where Wine's loader is the 32-bit one, its reg and regedit see the 32-bit view of
-# HKLM\SOFTWARE; nvhost.exe is a 64-bit program and uses the 64-bit view.
-wine reg delete 'HKLM\SOFTWARE\NOVRA' /reg:64 /f >/dev/null 2>&1
-regedit=(wine regedit)
-[ -x /usr/lib/wine/wine64 ] && regedit=(/usr/lib/wine/wine64 regedit)
+# A 64-bit nvhost.exe sees the 64-bit view of HKLM\SOFTWARE, a 32-bit one the 32-bit view;
+# Wine's loader is the 32-bit one where both halves are installed, and its reg and regedit
+# see the 32-bit view unless told otherwise. The PE header's machine field tells which.
+pe_offset=$(od -An -tu4 -j60 -N4 "$nvhost" | tr -d ' ')
+machine=$(od -An -tx2 -j$((pe_offset + 4)) -N2 "$nvhost" | tr -d ' ')
+if [ "$machine" = 8664 ]; then
+  view=/reg:64
+  regedit=(wine regedit)
+  [ -x /usr/lib/wine/wine64 ] && regedit=(/usr/lib/wine/wine64 regedit)
+else
+  view=/reg:32
+  regedit=(wine regedit)
+fi
+wine reg delete 'HKLM\SOFTWARE\NOVRA' "$view" /f >/dev/null 2>&1
 NV_CLI_REGISTRY=windows bash "$here/cli-test.sh" "$examples" wine "$nvhost"
 status=$?
 
@@ -30,7 +39,7 @@ for name in crlf lf cr plain; do
 done
 "${regedit[@]}" /E "Z:${work//\//\\}\\regedit.reg" "$key" </dev/null || regedit_failed=1
 iconv -f UTF-16LE -t UTF-8 "$work/regedit.reg" | grep -q '\\n' || { echo "FAIL: regedit wrote no \\n escape" >&2; regedit_failed=1; }
-wine reg delete 'HKLM\SOFTWARE\NOVRA\Scenarios\Regedit' /reg:64 /f >/dev/null 2>&1
+wine reg delete 'HKLM\SOFTWARE\NOVRA\Scenarios\Regedit' "$view" /f >/dev/null 2>&1
 wine "$nvhost" reg import "$work/regedit.reg" || { echo "FAIL: nvhost.exe refused regedit's file" >&2; regedit_failed=1; }
 for name in crlf lf cr plain; do
   wine "$nvhost" var get Regedit "$name" --output "$work/$name.back" && cmp -s "$work/$name" "$work/$name.back" ||
@@ -38,7 +47,7 @@ for name in crlf lf cr plain; do
 done
 rm -rf "$work"
 [ "$regedit_failed" == 0 ] && echo "regedit /E file imported, every value equal" || status=1
-wine reg delete 'HKLM\SOFTWARE\NOVRA' /reg:64 /f >/dev/null 2>&1
+wine reg delete 'HKLM\SOFTWARE\NOVRA' "$view" /f >/dev/null 2>&1
 wine regsvr32 /s /u "$standin"
 wine regsvr32 /s /u "$server"
 exit $status
