@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "plugin/HostModule.h"
 #include "store/ActionsLayout.h"
 #include "store/Texts.h"
 
@@ -32,7 +33,7 @@ void ActionsTab::FillActionsGrid() {
   grdAc.SetTextMatrix(0, ActionsColumn::Continuation, LoadText(33));
   grdAc.SetTextMatrix(0, ActionsColumn::Variable, LoadText(34));
   grdAc.SetTextMatrix(0, ActionsColumn::Value, LoadText(35));
-  ListTaskActions(taskName_, scenarioName_, [this](const ListedAction& action, std::int32_t r) {
+  ListTaskActions(*PrepareActionsEditor(taskName_, scenarioName_, true), [this](const ListedAction& action, std::int32_t r) {
     // A position that skips numbers still gets its own row; the rows between stay empty.
     while (grdAc.Rows() - 1 < r) {
       grdAc.SetRows(grdAc.Rows() + 1);

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "dialog/FrmExtractionChaine.h"
-#include "store/HostServices.h"
+#include "plugin/TaskDialog.h"
 
 namespace nv {
 

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
 #include "store/TaskStore.h"

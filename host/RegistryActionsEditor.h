@@ -2,7 +2,7 @@
 // The stand-in of the host's actions editor: keeps a task's actions under <task>\Action
 // in the registry, one key per kind.
 #include "host/ActionValues.h"
-#include "store/HostServices.h"
+#include "store/ActionsEditor.h"
 #include "store/Registry.h"
 
 namespace nv {

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "host/ScenarioVariables.h"
-#include "store/HostServices.h"
+#include "plugin/HostServices.h"
 
 namespace nv {
 

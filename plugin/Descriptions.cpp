@@ -3,6 +3,7 @@
 #include "common/Conversions.h"
 #include "plugin/DescribeTable.h"
 #include "plugin/ExtractionChaine.h"
+#include "plugin/HostModule.h"
 #include "store/ActionsLayout.h"
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
@@ -80,7 +81,7 @@ Text ExtractionChaine::GetActions() {
   UseOwnRegistryContext();
   const bool french = Module().LanguageOffset == 0;
   Text result;
-  ListTaskActions(Nom, Scen, [&](const ListedAction& action, std::int32_t) {
+  ListTaskActions(*PrepareActionsEditor(Nom, Scen, true), [&](const ListedAction& action, std::int32_t) {
     result += ActionBody(Nom, action.type, french);
     if (!action.variable.empty() && !action.value.empty()) {
       if (action.type != ActionKind::ExeIf) result += Text(kLineBreak) + kIndent;

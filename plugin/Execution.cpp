@@ -10,6 +10,7 @@
 #include "engine/PieceCut.h"
 #include "engine/Split.h"
 #include "plugin/ExtractionChaine.h"
+#include "plugin/HostModule.h"
 #include "plugin/VariableAccess.h"
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
@@ -21,7 +22,7 @@ namespace nv {
 namespace {
 
 ReportWriter& ModuleReportWriter() {
-  std::shared_ptr<ReportWriter>& writer = Module().ReportWriterInstance;
+  std::shared_ptr<ReportWriter>& writer = HostModule().ReportWriterInstance;
   if (!writer) writer = ModuleServices().CreateReportWriter();
   return *writer;
 }

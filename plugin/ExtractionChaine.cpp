@@ -2,6 +2,7 @@
 
 #include "common/Conversions.h"
 #include "common/Error.h"
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 #include "store/Registry.h"
 #include "store/RegistryOperations.h"
@@ -13,11 +14,11 @@ ExtractionChaine::ExtractionChaine() {
   ReadLanguageSetting();
   // The new writer replaces the module's only once it exists: a creation that fails reaches
   // the caller and leaves the earlier writer in place.
-  Module().ReportWriterInstance = ModuleServices().CreateReportWriter();
+  HostModule().ReportWriterInstance = ModuleServices().CreateReportWriter();
 }
 
 // The module's report writer goes with any object that ends; the next execution makes a new one.
-ExtractionChaine::~ExtractionChaine() { Module().ReportWriterInstance.reset(); }
+ExtractionChaine::~ExtractionChaine() { HostModule().ReportWriterInstance.reset(); }
 
 void ExtractionChaine::InitializeProperties(const Text& name, const Text& scenario, std::int32_t language) {
   Regst = static_cast<std::int32_t>(RegRoot::LocalMachine);

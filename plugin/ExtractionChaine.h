@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "common/Text.h"
-#include "store/HostServices.h"
+#include "plugin/HostObject.h"
 #include "store/TaskDefinition.h"
 
 namespace nv {

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "plugin/ExtractionChaine.h"
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 
 namespace nv {

@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 
 namespace nv {

@@ -41,23 +41,20 @@ Text OperatorText(const Variant& value) {
   return ToText(value);
 }
 
-std::unique_ptr<ActionsEditor> PrepareActionsEditor(const Text& taskName, const Text& scenario, bool withMode) {
-  std::unique_ptr<ActionsEditor> editor = ModuleServices().CreateActionsEditor();
-  editor->SetRegistryRoot(static_cast<std::int32_t>(Module().CurrentRoot));
-  editor->SetRegistrySubKey(Module().CurrentSubKey);
-  if (withMode) editor->SetMode(0);
-  editor->SetTaskName(taskName);
-  editor->SetScenarioName(scenario);
-  return editor;
+void ConfigureActionsEditor(ActionsEditor& editor, const Text& taskName, const Text& scenario, bool withMode) {
+  editor.SetRegistryRoot(static_cast<std::int32_t>(Module().CurrentRoot));
+  editor.SetRegistrySubKey(Module().CurrentSubKey);
+  if (withMode) editor.SetMode(0);
+  editor.SetTaskName(taskName);
+  editor.SetScenarioName(scenario);
 }
 
-void ListTaskActions(const Text& taskName, const Text& scenario,
+void ListTaskActions(ActionsEditor& editor,
                      const std::function<void(const ListedAction& action, std::int32_t position)>& handle) {
-  const std::unique_ptr<ActionsEditor> editor = PrepareActionsEditor(taskName, scenario, true);
   std::int32_t cursor = 0;
   while (cursor != -1) {
     ListedAction action;
-    editor->NextAction(action, cursor);
+    editor.NextAction(action, cursor);
     if (cursor == -1) break;
     handle(action, cursor);
   }

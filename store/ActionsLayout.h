@@ -7,7 +7,7 @@
 
 #include "common/Text.h"
 #include "common/Variant.h"
-#include "store/HostServices.h"
+#include "store/ActionsEditor.h"
 
 namespace nv {
 
@@ -31,12 +31,13 @@ bool IsActionFlagSet(const Variant& value);
 // that table is shown as it is stored, so that the user sees what is there.
 Text OperatorText(const Variant& value);
 
-// Lists the actions of a task through a new editor, in its order: root, sub-key, mode 0,
-// task, scenario, then the cursor from 0 until -1.
-void ListTaskActions(const Text& taskName, const Text& scenario,
-                     const std::function<void(const ListedAction& action, std::int32_t position)>& handle);
+// Prepares an editor for one use, as every caller does it before its call: root, sub-key,
+// mode 0 when asked, task, scenario.
+void ConfigureActionsEditor(ActionsEditor& editor, const Text& taskName, const Text& scenario, bool withMode);
 
-// An editor prepared for one use, as every caller does it before its call.
-std::unique_ptr<ActionsEditor> PrepareActionsEditor(const Text& taskName, const Text& scenario, bool withMode);
+// Lists the actions of a task through a prepared editor, in its order: the cursor from 0
+// until -1.
+void ListTaskActions(ActionsEditor& editor,
+                     const std::function<void(const ListedAction& action, std::int32_t position)>& handle);
 
 }  // namespace nv

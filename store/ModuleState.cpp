@@ -15,12 +15,6 @@ Registry& ModuleRegistry() {
   return *registry;
 }
 
-HostServices& ModuleServices() {
-  HostServices* services = Module().PlatformServices;
-  if (services == nullptr) std::abort();
-  return *services;
-}
-
 void SetRegistryContext(std::int32_t root, const Text& subKey) {
   Module().CurrentRoot = RootFromLong(root);
   Module().CurrentSubKey = subKey;

@@ -15,6 +15,7 @@
 #include "host/ScenarioVariables.h"
 #include "platform/posix/SqliteHive.h"
 #include "plugin/ExtractionChaine.h"
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
 #include "store/TaskStore.h"
@@ -37,7 +38,7 @@ class BenchHost {
         hive_(SqliteHive::Open(path_.string())),
         services_(*hive_, prompt_, [](const std::string&) {}) {
     Module().PlatformRegistry = hive_.get();
-    Module().PlatformServices = &services_;
+    HostModule().PlatformServices = &services_;
     SetRegistryContext(static_cast<std::int32_t>(RegRoot::LocalMachine), kTasks);
   }
   ~BenchHost() {

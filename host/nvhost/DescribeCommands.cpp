@@ -11,6 +11,7 @@
 #include "host/nvhost/TaskLookup.h"
 #include "host/regfile/RegNameLimits.h"
 #include "plugin/ExtractionChaine.h"
+#include "plugin/HostModule.h"
 #include "store/ActionsLayout.h"
 #include "store/ModuleState.h"
 

@@ -17,6 +17,7 @@
 #include "plugin/ExtractionChaine.h"
 #include "host/nvhost/ExitCodes.h"
 #include "host/nvhost/TaskLookup.h"
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 #include "store/TaskStore.h"
 #include "store/Texts.h"
@@ -255,8 +256,8 @@ void Play(FrmExtractionChaine& form, const UserPlay& play, std::ostream& out) {
 // The module shows dialogs through `presenter` for as long as this lives.
 class DialogsInUse {
  public:
-  explicit DialogsInUse(DialogPresenter& presenter) { Module().PlatformDialogs = &presenter; }
-  ~DialogsInUse() { Module().PlatformDialogs = nullptr; }
+  explicit DialogsInUse(DialogPresenter& presenter) { HostModule().PlatformDialogs = &presenter; }
+  ~DialogsInUse() { HostModule().PlatformDialogs = nullptr; }
   DialogsInUse(const DialogsInUse&) = delete;
   DialogsInUse& operator=(const DialogsInUse&) = delete;
 };

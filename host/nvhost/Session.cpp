@@ -8,6 +8,7 @@
 #include "host/nvhost/ExitCodes.h"
 #include "host/nvhost/TaskLookup.h"
 
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 #include "store/RegistryStatusText.h"
 
@@ -17,9 +18,9 @@ Session::Session(HostPlatform& platform, std::string hivePath, std::ostream& out
     : platform_(platform), hivePath_(std::move(hivePath)), out_(out), err_(err), prompt_(out) {}
 
 Session::~Session() {
-  Module().ReportWriterInstance.reset();
+  HostModule().ReportWriterInstance.reset();
   Module().PlatformRegistry = nullptr;
-  Module().PlatformServices = nullptr;
+  HostModule().PlatformServices = nullptr;
 }
 
 Registry& Session::OpenRegistry() {
@@ -30,7 +31,7 @@ Registry& Session::OpenRegistry() {
     services_ = std::make_unique<NativeHostServices>(*watched_, prompt_,
                                                      [this](const std::string& line) { err_ << line << std::flush; });
     Module().PlatformRegistry = watched_.get();
-    Module().PlatformServices = services_.get();
+    HostModule().PlatformServices = services_.get();
   }
   return *watched_;
 }

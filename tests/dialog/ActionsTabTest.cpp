@@ -5,6 +5,7 @@
 
 #include "common/Utf.h"
 #include "host/ActionValues.h"
+#include "plugin/HostModule.h"
 #include "store/ActionsLayout.h"
 #include "tests/dialog/TaskDialogTest.h"
 
@@ -61,12 +62,12 @@ class ActionsTabTest : public TaskDialogTest {
   void SetUp() override {
     TaskDialogTest::SetUp();
     PutDword(Reg(), kTask, u"Fonction", 0);
-    standIn_ = Module().PlatformServices;
+    standIn_ = HostModule().PlatformServices;
     logged_ = std::make_unique<LoggedServices>(*standIn_, log);
-    Module().PlatformServices = logged_.get();
+    HostModule().PlatformServices = logged_.get();
   }
   void TearDown() override {
-    Module().PlatformServices = standIn_;
+    HostModule().PlatformServices = standIn_;
     TaskDialogTest::TearDown();
   }
 

@@ -2,6 +2,7 @@
 
 #include "dialog/HeadlessDialogPresenter.h"
 #include "plugin/ExtractionChaine.h"
+#include "plugin/HostModule.h"
 #include "tests/dialog/TaskDialogTest.h"
 
 namespace nv::test {
@@ -13,13 +14,13 @@ class Opening : public TaskDialogTest {
  public:
   void SetUp() override {
     TaskDialogTest::SetUp();
-    Module().PlatformDialogs = &presenter;
+    HostModule().PlatformDialogs = &presenter;
     plugin = std::make_unique<ExtractionChaine>();
     plugin->InitializeProperties(u"T", u"S", Language::English);
   }
   void TearDown() override {
     plugin.reset();
-    Module().PlatformDialogs = nullptr;
+    HostModule().PlatformDialogs = nullptr;
     TaskDialogTest::TearDown();
   }
 

@@ -2,6 +2,7 @@
 
 #include "common/Utf.h"
 #include "plugin/ExtractionChaine.h"
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
 #include "store/Texts.h"
@@ -200,7 +201,7 @@ TEST_F(Execution, ReportWriterLivesWithTheObjects) {
     ExtractionChaine plugin;
     EXPECT_EQ(reportWritersMade, 1);
   }
-  EXPECT_EQ(Module().ReportWriterInstance, nullptr) << "an object that ends releases it";
+  EXPECT_EQ(HostModule().ReportWriterInstance, nullptr) << "an object that ends releases it";
   EXPECT_EQ(Execute(), 1);
   EXPECT_EQ(reportWritersMade, 2) << "a new object makes a new one; execution finds it there";
   ExtractionChaine survivor;
@@ -215,7 +216,7 @@ TEST_F(Execution, ReportWriterLivesWithTheObjects) {
 TEST_F(Execution, AReportWriterThatCannotBeMadeFailsTheCreationAndKeepsTheEarlierOne) {
   DefineTask(0, u"a;b", u";", {u"@A", u"@B"});
   ExtractionChaine survivor;
-  const std::shared_ptr<ReportWriter> earlier = Module().ReportWriterInstance;
+  const std::shared_ptr<ReportWriter> earlier = HostModule().ReportWriterInstance;
   const std::int32_t classNotRegistered = static_cast<std::int32_t>(0x80040154);
   reportWriterFailure = RuntimeError(classNotRegistered, u"The host class ReportWriter cannot be created");
   try {
@@ -224,7 +225,7 @@ TEST_F(Execution, AReportWriterThatCannotBeMadeFailsTheCreationAndKeepsTheEarlie
   } catch (const RuntimeError& error) {
     EXPECT_EQ(error.Number(), classNotRegistered);
   }
-  EXPECT_EQ(Module().ReportWriterInstance, earlier) << "the failed creation replaced nothing";
+  EXPECT_EQ(HostModule().ReportWriterInstance, earlier) << "the failed creation replaced nothing";
   survivor.InitializeProperties(u"T", u"S", 0);
   survivor.ExecuteTache();
   EXPECT_EQ(Variable(u"B"), u"b");

@@ -3,6 +3,7 @@
 #include "common/Conversions.h"
 #include "common/Utf.h"
 #include "host/ScenarioVariables.h"
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 
 namespace nv::test {
@@ -46,7 +47,7 @@ class HostTest::Services final : public HostServices {
 void HostTest::SetUp() {
   TaskContextTest::SetUp();
   services_ = std::make_unique<Services>(*this);
-  Module().PlatformServices = services_.get();
+  HostModule().PlatformServices = services_.get();
 }
 
 void HostTest::TearDown() {

@@ -9,6 +9,7 @@
 #include "plugin/ExtractionChaine.h"
 #include "platform/win32/dialog/TaskDialogWindow.h"
 #include "platform/win32/dialog/WindowHandles.h"
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 
 namespace nv::uitest {
@@ -35,11 +36,11 @@ void DialogSession::SetUp() {
   // The plug-in's icon comes from the DLL built beside the suite, read as resources only.
   resources_ = LoadLibraryExW(L"NVextch.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
   presenter_ = std::make_unique<win::WindowsDialogPresenter>(resources_);
-  Module().PlatformDialogs = presenter_.get();
+  HostModule().PlatformDialogs = presenter_.get();
 }
 
 void DialogSession::TearDown() {
-  Module().PlatformDialogs = nullptr;
+  HostModule().PlatformDialogs = nullptr;
   presenter_.reset();
   if (resources_) FreeLibrary(resources_);
   HostTest::TearDown();

@@ -3,7 +3,7 @@
 // their class identifiers, and yielding processes the thread's waiting messages.
 #include <memory>
 
-#include "store/HostServices.h"
+#include "plugin/HostServices.h"
 
 namespace nv::com {
 

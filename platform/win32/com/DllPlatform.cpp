@@ -4,6 +4,7 @@
 #include "platform/win32/com/ComHostServices.h"
 #include "platform/win32/com/ModuleLifetime.h"
 #include "platform/win32/dialog/WindowsDialogPresenter.h"
+#include "plugin/HostModule.h"
 #include "store/ModuleState.h"
 
 namespace nv::com {
@@ -27,8 +28,9 @@ WindowsPlatform& Platform() {
 void AttachCoreToWindows() {
   ModuleState& module = Module();
   if (module.PlatformRegistry == nullptr) module.PlatformRegistry = &Platform().registry;
-  if (module.PlatformServices == nullptr) module.PlatformServices = &Platform().services;
-  if (module.PlatformDialogs == nullptr) module.PlatformDialogs = &Platform().dialogs;
+  HostModuleState& host = HostModule();
+  if (host.PlatformServices == nullptr) host.PlatformServices = &Platform().services;
+  if (host.PlatformDialogs == nullptr) host.PlatformDialogs = &Platform().dialogs;
 }
 
 }  // namespace nv::com

@@ -4,7 +4,7 @@
 // resources/HostInterfaces.idl). A creation or call that fails raises its HRESULT.
 #include <memory>
 
-#include "store/HostServices.h"
+#include "plugin/HostServices.h"
 
 namespace nv::com {
 

@@ -5,7 +5,7 @@
 #include <oaidl.h>
 #include <wrl/client.h>
 
-#include "store/HostServices.h"
+#include "plugin/HostObject.h"
 
 namespace nv::com {
 

@@ -1,0 +1,22 @@
+#pragma once
+// The host's variables service as the plug-in uses it: only the members it calls. The
+// engine's functions stay pure; execution and the editors reach variables through this.
+#include <cstdint>
+
+#include "common/Text.h"
+#include "common/Variant.h"
+
+namespace nv {
+
+class VariablesService {
+ public:
+  virtual ~VariablesService() = default;
+  virtual void SetScenarioName(const Text& scenario) = 0;
+  virtual void SetRegistryRoot(std::int32_t root) = 0;
+  virtual void SetRegistrySubKey(const Text& subKey) = 0;
+  virtual Variant GetVariableValue(const Text& scenario, const Text& name) = 0;
+  // The third argument of the host's member is always left out, so it has no place here.
+  virtual void SetVariableValue(const Text& scenario, const Text& name, const Text& value) = 0;
+};
+
+}  // namespace nv

@@ -1,0 +1,18 @@
+#pragma once
+// The host's report writer as execution uses it: only the members it calls.
+#include <cstdint>
+
+#include "common/Text.h"
+#include "plugin/HostObject.h"
+
+namespace nv {
+
+class ReportWriter {
+ public:
+  virtual ~ReportWriter() = default;
+  virtual void SetReportFilePath(const Text& path) = 0;
+  virtual void SetScenarioName(const Text& scenario) = 0;
+  virtual void AddReportLine(const Text& line, const HostObjectRef& button, std::int32_t level) = 0;
+};
+
+}  // namespace nv
