@@ -20,9 +20,9 @@ ActionsTab::ActionsTab(const std::int16_t& taskStored, const Text& taskName, con
 }
 
 void ActionsTab::ApplyCaptions() {
-  cmdAcA.Caption = LoadText(36);
-  cmdAcM.Caption = LoadText(37);
-  cmdAcS.Caption = LoadText(38);
+  cmdAcA.Caption = LoadText(TextId::AddActionButton);
+  cmdAcM.Caption = LoadText(TextId::ModifyActionButton);
+  cmdAcS.Caption = LoadText(TextId::DeleteActionButton);
 }
 
 void ActionsTab::FillActionsGrid() {
@@ -30,9 +30,9 @@ void ActionsTab::FillActionsGrid() {
   grdAc.SetRows(2);
   constexpr std::int32_t widths[] = {2600, 1600, 2900, 1100};
   for (std::int32_t col = 0; col < 4; ++col) grdAc.SetColWidth(col, widths[col]);
-  grdAc.SetTextMatrix(0, ActionsColumn::Continuation, LoadText(33));
-  grdAc.SetTextMatrix(0, ActionsColumn::Variable, LoadText(34));
-  grdAc.SetTextMatrix(0, ActionsColumn::Value, LoadText(35));
+  grdAc.SetTextMatrix(0, ActionsColumn::Continuation, LoadText(TextId::ActionsRunScenarioHeading));
+  grdAc.SetTextMatrix(0, ActionsColumn::Variable, LoadText(TextId::ActionsVariableHeading));
+  grdAc.SetTextMatrix(0, ActionsColumn::Value, LoadText(TextId::ActionsValueHeading));
   ListTaskActions(*PrepareActionsEditor(taskName_, scenarioName_, true), [this](const ListedAction& action, std::int32_t r) {
     // A position that skips numbers still gets its own row; the rows between stay empty.
     while (grdAc.Rows() - 1 < r) {

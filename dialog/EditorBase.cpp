@@ -54,7 +54,7 @@ void EditorBase::CalculeValeur(const TextBoxVar& entry, Label& result) const {
   result.Caption = ValeurEntree(scenario_, entry.GetText());
 }
 
-bool EditorBase::Echec(std::int32_t message, Control& focus) {
+bool EditorBase::Echec(TextId message, Control& focus) {
   ui_.MsgBox(LoadText(message), kMessageExclamation);
   ui_.SetFocus(focus);
   return false;
@@ -65,7 +65,7 @@ void EditorBase::SurveilleCellulesVariables(std::function<bool()> celluleVariabl
     if (!celluleVariable()) return;
     const Text name = Rogne(NovraFlexGrid1.Editor().Content);
     // Only a warning: the text stays as typed, and the fields property drops it.
-    if (!name.empty() && !IsVariableReference(name)) ui_.MsgBox(LoadText(603), kMessageExclamation);
+    if (!name.empty() && !IsVariableReference(name)) ui_.MsgBox(LoadText(TextId::NotAVariableMessage), kMessageExclamation);
   };
   NovraFlexGrid1.OnEditTrim = [this] { NovraFlexGrid1.Editor().Content = Rogne(NovraFlexGrid1.Editor().Content); };
 }

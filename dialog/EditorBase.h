@@ -9,6 +9,7 @@
 #include "dialog/SimpleControls.h"
 #include "dialog/TextBoxVar.h"
 #include "dialog/UiServices.h"
+#include "store/Texts.h"
 
 namespace nv {
 
@@ -46,7 +47,7 @@ class EditorBase {
   void CalculeValeur(const TextBoxVar& entry, Label& result) const;
   Text Resout(const TextBoxVar& entry) const { return ResoutEntree(scenario_, entry.GetText()); }
   // A failed check: its message, the focus to the control it names, and false.
-  bool Echec(std::int32_t message, Control& focus);
+  bool Echec(TextId message, Control& focus);
   // The grid's edit-check and edit-trim handling, for the cells the editor says hold names.
   void SurveilleCellulesVariables(std::function<bool()> celluleVariable);
 

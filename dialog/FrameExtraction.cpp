@@ -4,6 +4,7 @@
 #include "common/Error.h"
 #include "engine/ExtractPieces.h"
 #include "engine/PieceCut.h"
+#include "plugin/ErrorLine.h"
 #include "plugin/VariableAccess.h"
 #include "store/Texts.h"
 
@@ -13,12 +14,6 @@ namespace {
 constexpr std::int16_t kInputNames = 2;
 constexpr std::int16_t kInputPositions = 1;
 constexpr std::int16_t kInputNone = 3;
-
-// What a field that cannot be previewed shows in its value cell: the line execution would
-// report for the same failure.
-Text ErreurApercu(const RuntimeError& error) {
-  return LoadText(602) + DecimalText(error.Number()) + u" ," + error.Description();
-}
 
 }  // namespace
 
@@ -49,8 +44,8 @@ FrameExtraction::FrameExtraction(UiServices& ui) : EditorBase(ui) {
 void FrameExtraction::SetScenario(const Text& scenario) { DonneScenario(scenario, {&txtChaine, &txtSeparator}); }
 
 void FrameExtraction::InitTexte() {
-  lblChaine.Caption = LoadText(111);
-  lblValeurChaine.Caption = LoadText(112);
+  lblChaine.Caption = LoadText(TextId::StringLabel);
+  lblValeurChaine.Caption = LoadText(TextId::ValueLabel);
   lblResultatChaine.Caption.clear();
   LegendesSeparateur();
   SetSeparateur(Text(u";"));
@@ -66,32 +61,34 @@ void FrameExtraction::InitTexte() {
   grid.SetCol(0);
   grid.SetRow(ExtractionRow::Variable);
   grid.Inner().SetCellAlignment(CellAlignment::CenterCenter);
-  grid.SetTextMatrix(ExtractionRow::Variable, 0, LoadText(121));
+  grid.SetTextMatrix(ExtractionRow::Variable, 0, LoadText(TextId::VariableRowHeading));
+  constexpr TextId kPositionHeadings[] = {TextId::StartRowHeading, TextId::EndRowHeading,
+                                          TextId::ShowSeparatorsRowHeading};
   for (std::int32_t row = ExtractionRow::Start; row <= ExtractionRow::ShowSep; ++row) {
     grid.SetColWidth(row, 1000);
     grid.SetColAlignment(row, CellAlignment::CenterCenter);
-    grid.SetTextMatrix(row, 0, LoadText(121 + row));
+    grid.SetTextMatrix(row, 0, LoadText(kPositionHeadings[row - ExtractionRow::Start]));
   }
   grid.SetColWidth(4, 2500);
   grid.SetColAlignment(4, CellAlignment::LeftCenter);
   grid.SetCol(0);
   grid.SetRow(ExtractionRow::Value);
   grid.Inner().SetCellAlignment(CellAlignment::CenterCenter);
-  grid.SetTextMatrix(ExtractionRow::Value, 0, LoadText(125));
+  grid.SetTextMatrix(ExtractionRow::Value, 0, LoadText(TextId::ValueRowHeading));
 
   mCheckBox.Visible = false;
-  btnClear.Caption = LoadText(126);
-  btnPreview.Caption = LoadText(134);
+  btnClear.Caption = LoadText(TextId::ClearButton);
+  btnPreview.Caption = LoadText(TextId::PreviewButton);
   MajBoutons();
 }
 
 bool FrameExtraction::Verification() {
-  if (txtChaine.GetText().empty()) return Echec(501, txtChaine);
-  if (txtSeparator.GetText().empty()) return Echec(502, txtSeparator);
+  if (txtChaine.GetText().empty()) return Echec(TextId::StringMissingMessage, txtChaine);
+  if (txtSeparator.GetText().empty()) return Echec(TextId::SeparatorMissingMessage, txtSeparator);
   for (std::int32_t i = 1; i < NovraFlexGrid1.Cols(); ++i) {
     if (NovraFlexGrid1.TextMatrix(ExtractionRow::Start, i).empty() ||
         NovraFlexGrid1.TextMatrix(ExtractionRow::End, i).empty()) {
-      return Echec(506, txtSeparator);
+      return Echec(TextId::IncorrectValueMessage, txtSeparator);
     }
   }
   return true;
@@ -196,7 +193,8 @@ void FrameExtraction::btnPreview_Click() {
       if (IsNumeric(ligne[2])) end = ToInteger(ligne[2]);
       value = ExtractPieces(cut, start, end, ToBoolean(ligne[3]));
     } catch (const RuntimeError& error) {
-      value = ErreurApercu(error);
+      // The line execution would report for the same failure.
+      value = ErrorLine(error.View());
     }
     NovraFlexGrid1.SetTextMatrix(ExtractionRow::Value, i++, value);
   }

@@ -24,25 +24,25 @@ void FrameRecherche::SetScenario(const Text& scenario) {
 }
 
 void FrameRecherche::InitTexte() {
-  lblChaine.Caption = LoadText(111);
-  lblValeurChaine.Caption = LoadText(112);
+  lblChaine.Caption = LoadText(TextId::StringLabel);
+  lblValeurChaine.Caption = LoadText(TextId::ValueLabel);
   lblResultatChaine.Caption.clear();
-  lblMasque.Caption = LoadText(131);
-  lblFiltre.Caption = LoadText(132);
+  lblMasque.Caption = LoadText(TextId::MaskLabel);
+  lblFiltre.Caption = LoadText(TextId::FilterLabel);
   txtMasque.SetText({});
   lblResultatMasque.Caption.clear();
-  lblTableau.Caption = LoadText(133);
-  btnClear.Caption = LoadText(126);
-  btnPreview.Caption = LoadText(134);
-  chkCaseSensitive.Caption = LoadText(135);
-  chkTrim.Caption = LoadText(136);
+  lblTableau.Caption = LoadText(TextId::FieldCountLabel);
+  btnClear.Caption = LoadText(TextId::ClearButton);
+  btnPreview.Caption = LoadText(TextId::PreviewButton);
+  chkCaseSensitive.Caption = LoadText(TextId::CaseSensitiveCheck);
+  chkTrim.Caption = LoadText(TextId::TrimCheck);
   InitGrille();
 }
 
 bool FrameRecherche::Verification() {
-  if (txtChaine.GetText().empty()) return Echec(501, txtChaine);
-  if (txtMasque.GetText().empty()) return Echec(503, txtMasque);
-  if (txtFiltre.GetText().empty()) return Echec(504, txtFiltre);
+  if (txtChaine.GetText().empty()) return Echec(TextId::StringMissingMessage, txtChaine);
+  if (txtMasque.GetText().empty()) return Echec(TextId::MaskMissingMessage, txtMasque);
+  if (txtFiltre.GetText().empty()) return Echec(TextId::FilterMissingMessage, txtFiltre);
   return true;
 }
 

@@ -18,21 +18,21 @@ FrameSplit::FrameSplit(UiServices& ui) : RowFieldsEditor(ui) {
 void FrameSplit::SetScenario(const Text& scenario) { DonneScenario(scenario, {&txtChaine, &txtSeparator}); }
 
 void FrameSplit::InitTexte() {
-  lblChaine.Caption = LoadText(111);
-  lblValeurChaine.Caption = LoadText(112);
+  lblChaine.Caption = LoadText(TextId::StringLabel);
+  lblValeurChaine.Caption = LoadText(TextId::ValueLabel);
   lblResultatChaine.Caption.clear();
   LegendesSeparateur();
   SetSeparateur(u";");
   lblResultSeparator.Caption.clear();
-  lblTableau.Caption = LoadText(133);
-  btnClear.Caption = LoadText(126);
-  btnPreview.Caption = LoadText(134);
+  lblTableau.Caption = LoadText(TextId::FieldCountLabel);
+  btnClear.Caption = LoadText(TextId::ClearButton);
+  btnPreview.Caption = LoadText(TextId::PreviewButton);
   InitGrille();
 }
 
 bool FrameSplit::Verification() {
-  if (txtChaine.GetText().empty()) return Echec(501, txtChaine);
-  if (txtSeparator.GetText().empty()) return Echec(502, txtSeparator);
+  if (txtChaine.GetText().empty()) return Echec(TextId::StringMissingMessage, txtChaine);
+  if (txtSeparator.GetText().empty()) return Echec(TextId::SeparatorMissingMessage, txtSeparator);
   return true;
 }
 

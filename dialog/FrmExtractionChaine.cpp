@@ -50,7 +50,7 @@ void FrmExtractionChaine::Load() {
 void FrmExtractionChaine::Form_Load() {
   CenterForm(*this, ui_);
   ApplyCaptions();
-  Caption = LoadText(101);
+  Caption = LoadText(TextId::Title);
   FrameSplit1.SetScenario(ScenarioName);
   FrameExtraction1.SetScenario(ScenarioName);
   FrameRecherche1.SetScenario(ScenarioName);
@@ -101,18 +101,20 @@ void FrmExtractionChaine::LoadStoredTask() {
 }
 
 void FrmExtractionChaine::ApplyCaptions() {
-  cmdValider.Caption = LoadText(1);
-  cmdApp.Caption = LoadText(2);
-  cmdAnnuler.Caption = LoadText(3);
+  cmdValider.Caption = LoadText(TextId::ConfirmButton);
+  cmdApp.Caption = LoadText(TextId::ApplyButton);
+  cmdAnnuler.Caption = LoadText(TextId::CancelButton);
   Actions.ApplyCaptions();
-  constexpr std::int32_t tabCaptions[DialogTab::Count] = {11, 120, 130, 140, 18, 19};
+  constexpr TextId tabCaptions[DialogTab::Count] = {TextId::ParametersTab,          TextId::SplitFunctionName,
+                                                    TextId::SubstringsFunctionName, TextId::FindValuesFunctionName,
+                                                    TextId::CommentTab,             TextId::ActionsTab};
   for (std::int32_t tab = 0; tab < DialogTab::Count; ++tab) SSTab1.SetTabCaption(tab, LoadText(tabCaptions[tab]));
-  Label1.Caption = LoadText(110);
-  Label5.Caption = LoadText(51);
+  Label1.Caption = LoadText(TextId::FunctionLabel);
+  Label5.Caption = LoadText(TextId::TaskNameLabel);
   CBFonction.Clear();
-  CBFonction.AddItem(LoadText(120), 0);
-  CBFonction.AddItem(LoadText(130), 1);
-  CBFonction.AddItem(LoadText(140), 2);
+  CBFonction.AddItem(LoadText(TextId::SplitFunctionName), 0);
+  CBFonction.AddItem(LoadText(TextId::SubstringsFunctionName), 1);
+  CBFonction.AddItem(LoadText(TextId::FindValuesFunctionName), 2);
 }
 
 void FrmExtractionChaine::ShowFunctionTab(std::int32_t index) {

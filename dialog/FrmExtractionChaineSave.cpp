@@ -2,6 +2,7 @@
 #include "dialog/FrmExtractionChaine.h"
 
 #include <memory>
+#include <optional>
 
 #include "plugin/HostModule.h"
 #include "store/ModuleState.h"
@@ -14,15 +15,17 @@ namespace nv {
 bool FrmExtractionChaine::ValidateTask() {
   if (TaskStored == 0) {
     const Text& name = txtTache.Content;
-    const std::int32_t message = name.empty() ? 52 : RegistryKeyExists(name) ? 53 : 0;
-    if (message != 0) {
-      ui_.MsgBox(LoadText(message), kMessageExclamation);
+    const std::optional<TextId> message = name.empty()                 ? TextId::TaskNameMissingMessage
+                                          : RegistryKeyExists(name) ? std::optional(TextId::TaskNameTakenMessage)
+                                                                    : std::nullopt;
+    if (message) {
+      ui_.MsgBox(LoadText(*message), kMessageExclamation);
       SSTab1.SetTab(DialogTab::Parameters);
       return false;
     }
   }
   if (CBFonction.GetText().empty()) {
-    ui_.MsgBox(LoadText(505), kMessageExclamation);
+    ui_.MsgBox(LoadText(TextId::FunctionMissingMessage), kMessageExclamation);
     ui_.SetFocus(CBFonction);
     SSTab1.SetTab(DialogTab::Parameters);
     return false;

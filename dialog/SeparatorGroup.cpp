@@ -1,5 +1,7 @@
 #include "dialog/SeparatorGroup.h"
 
+#include <iterator>
+
 #include "store/Texts.h"
 
 namespace nv {
@@ -27,12 +29,14 @@ SeparatorGroup::SeparatorGroup() {
 }
 
 void SeparatorGroup::LegendesSeparateur() {
-  lblSeparator.Caption = LoadText(113);
-  for (std::size_t i = 0; i < 5; ++i) Separator.Captions[i] = LoadText(114 + static_cast<std::int32_t>(i));
+  lblSeparator.Caption = LoadText(TextId::SeparatorLabel);
+  constexpr TextId kNamedChoices[] = {TextId::CommaChoice, TextId::SemicolonChoice, TextId::ColonChoice,
+                                      TextId::SpaceChoice, TextId::TabChoice};
+  for (std::size_t i = 0; i < std::size(kNamedChoices); ++i) Separator.Captions[i] = LoadText(kNamedChoices[i]);
   Separator.Captions[5] = Text(u"CR");
   Separator.Captions[6] = Text(u"LF");
   Separator.Captions[7] = Text(u"CR LF");
-  Separator.Captions[kSeparateurAutre] = LoadText(119);
+  Separator.Captions[kSeparateurAutre] = LoadText(TextId::OtherChoice);
 }
 
 void SeparatorGroup::Separator_Click(std::size_t index) {

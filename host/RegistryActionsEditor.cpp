@@ -6,6 +6,7 @@
 #include "common/Error.h"
 #include "common/Utf.h"
 #include "host/StoredValue.h"
+#include "host/TaskTypes.h"
 #include "store/ActionsLayout.h"
 #include "store/RegistryKey.h"
 #include "store/RegistryStatusText.h"
@@ -170,7 +171,7 @@ void RegistryActionsEditor::DeleteAction(std::int32_t type) {
 }
 
 void RegistryActionsEditor::ShowHelp(std::int32_t wrapperType) {
-  if (wrapperType != 39) {
+  if (wrapperType != kStringExtractionTaskType) {
     prompt_.ShowHelp(French() ? u"Pas d'aide pour ce type de tâche." : u"No help for this task type.");
     return;
   }

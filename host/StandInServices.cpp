@@ -6,6 +6,7 @@
 
 #include "common/Error.h"
 #include "common/Utf.h"
+#include "host/TaskTypes.h"
 
 namespace nv {
 namespace {
@@ -60,12 +61,12 @@ void ReportFileWriter::AddReportLine(const Text& line, const HostObjectRef&, std
 }
 
 Text CatalogStandIn::GetWrapperTitle(std::int16_t wrapperType) {
-  if (wrapperType != 39) RaiseUnknownType(wrapperType);
+  if (wrapperType != kStringExtractionTaskType) RaiseUnknownType(wrapperType);
   return french_ ? u"Extraction Chaine" : u"String extraction";
 }
 
 Text CatalogStandIn::GetWrapperSummary(std::int16_t wrapperType) {
-  if (wrapperType != 39) RaiseUnknownType(wrapperType);
+  if (wrapperType != kStringExtractionTaskType) RaiseUnknownType(wrapperType);
   return french_ ? u"Découpe une chaîne ou la valeur d'une variable et range les morceaux dans des variables du scénario."
                  : u"Cuts a string or a variable's value into pieces and stores them into scenario variables.";
 }

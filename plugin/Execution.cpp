@@ -1,6 +1,5 @@
 // ExecuteTache, RunT and Run: the task executed from end to end. Only here are errors
 // caught: they become status 3 and an error line, and Complete is raised all the same.
-#include <new>
 #include <vector>
 
 #include "common/Conversions.h"
@@ -9,6 +8,7 @@
 #include "engine/FindValues.h"
 #include "engine/PieceCut.h"
 #include "engine/Split.h"
+#include "plugin/ErrorLine.h"
 #include "plugin/ExtractionChaine.h"
 #include "plugin/HostModule.h"
 #include "plugin/VariableAccess.h"
@@ -57,18 +57,6 @@ void ExtractFields(VariablesService& variables, const Text& scenario, const Task
   }
 }
 
-RuntimeError CurrentError() {
-  try {
-    throw;
-  } catch (const RuntimeError& error) {
-    return error;
-  } catch (const std::bad_alloc&) {
-    return RuntimeError(7, u"Out of memory");
-  } catch (...) {
-    return RuntimeError(51, u"Internal error");
-  }
-}
-
 }  // namespace
 
 void ExtractionChaine::ExecuteTache() {
@@ -79,9 +67,9 @@ void ExtractionChaine::ExecuteTache() {
     report.SetScenarioName(Scen);
     report.SetReportFilePath(Rapport);
     UseOwnRegistryContext();
-    WriteTaskStatus(Nom, 1);
+    WriteTaskStatus(Nom, TaskStatus::Running);
     LoadTaskDefinition(Nom, Definition);
-    report.AddReportLine(LoadText(41) + Nom, Bouton, 0);
+    report.AddReportLine(LoadText(TextId::RunStartLine) + Nom, Bouton, 0);
     for (Text* text : {&Definition.Chaine, &Definition.Separateur, &Definition.Masque, &Definition.Filtre}) {
       ResolveInPlace(Scen, *text);
     }
@@ -107,16 +95,12 @@ void ExtractionChaine::ExecuteTache() {
       default:
         break;
     }
-    WriteTaskStatus(Nom, 2);
+    WriteTaskStatus(Nom, TaskStatus::Ended);
     WriteRegistryValue(Nom, u"ExecuteLe", ValueKind::Text, CurrentTimestamp());
   } catch (...) {
-    const RuntimeError error = CurrentError();
-    WriteTaskStatus(Nom, 3);
-    const bool hostError =
-        error.Number() == ErrorNumber::HostError2000 || error.Number() == ErrorNumber::HostError2001;
-    const Text line =
-        hostError ? error.Description() : LoadText(602) + DecimalText(error.Number()) + u" ," + error.Description();
-    ModuleReportWriter().AddReportLine(line, Bouton, 1);
+    const ErrorView error = CurrentError();
+    WriteTaskStatus(Nom, TaskStatus::Failed);
+    ModuleReportWriter().AddReportLine(ErrorLine(error), Bouton, 1);
   }
   RaiseComplete();
 }

@@ -3,6 +3,7 @@
 #include "common/Conversions.h"
 #include "common/Error.h"
 #include "plugin/HostModule.h"
+#include "store/ActionsLayout.h"
 #include "store/ModuleState.h"
 #include "store/Registry.h"
 #include "store/RegistryOperations.h"
@@ -34,9 +35,13 @@ void ExtractionChaine::SetLanguage(std::int32_t language) { Module().LanguageOff
 void ExtractionChaine::SetWorkingMode(std::int32_t mode) { Etat = ToInteger(Variant::FromLong(mode)); }
 
 bool ExtractionChaine::IsActionSupported(std::int32_t actionType) const {
+  // A Goto is refused only to the host's task type 100, an OnDec only to a task that is no
+  // trigger: of the two, only the second ever applies to this type.
+  constexpr std::int32_t kTypeWithoutGoto = 100;
   const bool trigger = IsTrigger();
   const std::int32_t wrapperType = GetWrapperType();
-  return !((actionType == 3 && wrapperType == 100) || (actionType == 1 && !trigger));
+  return !((actionType == ActionKind::Goto && wrapperType == kTypeWithoutGoto) ||
+           (actionType == ActionKind::OnDec && !trigger));
 }
 
 std::int32_t ExtractionChaine::GetStatus() {

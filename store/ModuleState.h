@@ -3,7 +3,7 @@
 // the registry context, the language, and the platform's registry that the module was
 // started with. The plug-in's share (report writer, host services) is plugin/HostModule.h.
 #include <cstdint>
-#include <cstdlib>
+#include <utility>
 
 #include "common/Text.h"
 #include "store/Registry.h"
@@ -24,5 +24,21 @@ Registry& ModuleRegistry();
 
 // Sets the registry context that the next store operations use.
 void SetRegistryContext(std::int32_t root, const Text& subKey);
+
+// Keeps the registry context as it is now and puts it back when it goes, on every way out.
+class SavedRegistryContext {
+ public:
+  SavedRegistryContext() : root_(Module().CurrentRoot), subKey_(Module().CurrentSubKey) {}
+  ~SavedRegistryContext() {
+    Module().CurrentRoot = root_;
+    Module().CurrentSubKey = std::move(subKey_);
+  }
+  SavedRegistryContext(const SavedRegistryContext&) = delete;
+  SavedRegistryContext& operator=(const SavedRegistryContext&) = delete;
+
+ private:
+  RegKey root_;
+  Text subKey_;
+};
 
 }  // namespace nv

@@ -74,7 +74,7 @@ bool WriteRegistryValue(TextView section, TextView valueName, std::int32_t kind,
   Text path = SectionPath(section);
   path += u'\\';
   RegStatus status = CreateUniqueKey(registry, Module().CurrentRoot, path, RegAccess::ReadWrite, key);
-  if (kind == ValueKind::Text || kind == 2) {
+  if (kind == ValueKind::Text || kind == ValueKind::ExpandText) {
     // The empty text is still a REG_SZ: it holds the terminator alone.
     const std::vector<std::uint8_t> data = BytesFromText(value);
     status = registry.SetValue(key.Get(), valueName, RegType::Sz, data.data(), static_cast<std::uint32_t>(data.size()));

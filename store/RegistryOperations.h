@@ -12,6 +12,7 @@ namespace nv {
 
 namespace ValueKind {
 constexpr std::int32_t Text = 1;
+constexpr std::int32_t ExpandText = 2;  // written as plain text all the same
 constexpr std::int32_t Number = 4;
 }  // namespace ValueKind
 

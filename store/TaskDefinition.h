@@ -11,6 +11,14 @@ namespace nv {
 // The task type code of "String extraction".
 constexpr std::int32_t kWrapperType = 39;
 
+// The task's "Etat" in the registry (not the object's working mode).
+namespace TaskStatus {
+constexpr std::int16_t NeverRun = 0;
+constexpr std::int16_t Running = 1;
+constexpr std::int16_t Ended = 2;
+constexpr std::int16_t Failed = 3;
+}  // namespace TaskStatus
+
 namespace FunctionCode {
 constexpr std::int16_t Split = 0;
 constexpr std::int16_t Substrings = 1;

@@ -18,7 +18,7 @@ struct TableRow {
   std::string_view english;
 };
 
-#define NV_TEXT(id, french, english) {id, french, english},
+#define NV_TEXT(name, id, french, english) {id, french, english},
 constexpr TableRow kRows[] = {
 #include "resources/StringTable.inc"
 };
@@ -36,15 +36,15 @@ const std::unordered_map<std::int32_t, Text>& Table() {
   return table;
 }
 
-}  // namespace
-
 const Text* FindTableText(std::int32_t identifier) {
   const auto& table = Table();
   const auto found = table.find(identifier);
   return found == table.end() ? nullptr : &found->second;
 }
 
-Text LoadText(std::int32_t identifier) {
+}  // namespace
+
+Text LoadText(TextId identifier) {
   const std::int64_t sum = static_cast<std::int64_t>(identifier) + Module().LanguageOffset;
   if (sum < INT32_MIN || sum > INT32_MAX) RaiseError(ErrorNumber::Overflow);
   const Text* text = FindTableText(static_cast<std::int32_t>(sum));
@@ -55,22 +55,12 @@ Text LoadText(std::int32_t identifier) {
 }
 
 void ReadLanguageSetting() {
+  const SavedRegistryContext saved;
   ModuleState& module = Module();
-  const RegKey savedRoot = module.CurrentRoot;
-  const Text savedSubKey = module.CurrentSubKey;
   module.CurrentRoot = RegRoot::LocalMachine;
   module.CurrentSubKey = u"SOFTWARE\\NOVRA";
-  Variant setting;
-  try {
-    setting = ReadRegistryValue(u"Configuration", u"Lang");
-  } catch (...) {
-    module.CurrentRoot = savedRoot;
-    module.CurrentSubKey = savedSubKey;
-    throw;
-  }
-  module.CurrentRoot = savedRoot;
-  module.CurrentSubKey = savedSubKey;
-  module.LanguageOffset = setting.IsEmptyText() ? 0 : ToLong(setting);
+  const Variant setting = ReadRegistryValue(u"Configuration", u"Lang");
+  module.LanguageOffset = setting.IsEmptyText() ? Language::French : ToLong(setting);
 }
 
 }  // namespace nv

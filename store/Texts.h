@@ -7,6 +7,13 @@
 
 namespace nv {
 
+// Every text of the string table by name; the value is its French identifier.
+enum class TextId : std::int32_t {
+#define NV_TEXT(name, id, french, english) name = id,
+#include "resources/StringTable.inc"
+#undef NV_TEXT
+};
+
 namespace Language {
 constexpr std::int32_t French = 0;
 constexpr std::int32_t English = 10000;
@@ -17,9 +24,6 @@ constexpr std::int32_t English = 10000;
 void ReadLanguageSetting();
 
 // The text of identifier + LanguageOffset; a missing one is a resource-not-found error.
-Text LoadText(std::int32_t identifier);
-
-// The text of an exact identifier of the table, if there is one (resource scripts, tests).
-const Text* FindTableText(std::int32_t identifier);
+Text LoadText(TextId identifier);
 
 }  // namespace nv

@@ -315,7 +315,7 @@ int RunEditCommand(Session& session, const Words& words) {
   if (arguments.Has("--new")) plugin.SetWorkingMode(0);
   plugin.ShowWrapper();
   // Message 603 is the grid's warning: the dialog goes on after it.
-  const Text warning = LoadText(603);
+  const Text warning = LoadText(TextId::NotAVariableMessage);
   bool stopped = false;
   for (const RecordingUiServices::Message& message : ui.Messages) {
     if (message.Prompt == warning) {

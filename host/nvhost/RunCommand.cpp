@@ -14,6 +14,7 @@
 #include "host/nvhost/ExitCodes.h"
 #include "host/nvhost/JsonWriter.h"
 #include "store/RegistryKey.h"
+#include "store/TaskDefinition.h"
 
 namespace nv {
 namespace {
@@ -118,7 +119,11 @@ int RunRunCommand(Session& session, const Words& words) {
                   << " (the stored status is " << status << ")\n";
     return ExitCode::IoError;
   }
-  return status == 2 ? ExitCode::Success : status == 3 ? ExitCode::FailedRun : ExitCode::IoError;
+  switch (status) {
+    case TaskStatus::Ended: return ExitCode::Success;
+    case TaskStatus::Failed: return ExitCode::FailedRun;
+    default: return ExitCode::IoError;
+  }
 }
 
 }  // namespace nv

@@ -18,7 +18,7 @@ struct LibraryDeleter {
 };
 using unique_hmodule = com::unique_handle<HMODULE, LibraryDeleter>;
 
-std::wstring LoadText(HMODULE module, UINT id) {
+std::wstring ResourceString(HMODULE module, UINT id) {
   const wchar_t* text = nullptr;
   const int length = LoadStringW(module, id, reinterpret_cast<LPWSTR>(&text), 0);
   return length > 0 ? std::wstring(text, static_cast<std::size_t>(length)) : L"<missing>";
@@ -34,7 +34,7 @@ struct Row {
   std::string_view french;
   std::string_view english;
 };
-#define NV_TEXT(id, french, english) {id, french, english},
+#define NV_TEXT(name, id, french, english) {id, french, english},
 constexpr Row kTable[] = {
 #include "resources/StringTable.inc"
 };
@@ -51,14 +51,14 @@ class Resources : public ::testing::Test {
 
 TEST_F(Resources, StringTableHoldsEveryTextInBothLanguages) {
   for (const Row& row : kTable) {
-    EXPECT_EQ(LoadText(module_.get(), row.id), Wide(row.french)) << row.id;
-    EXPECT_EQ(LoadText(module_.get(), row.id + 10000), Wide(row.english)) << row.id + 10000;
+    EXPECT_EQ(ResourceString(module_.get(), row.id), Wide(row.french)) << row.id;
+    EXPECT_EQ(ResourceString(module_.get(), row.id + 10000), Wide(row.english)) << row.id + 10000;
   }
-  EXPECT_EQ(LoadText(module_.get(), 1), L"&Valider");
-  EXPECT_EQ(LoadText(module_.get(), 10001), L"&Confirm");
-  EXPECT_EQ(LoadText(module_.get(), 120), L"D\u00E9concat\u00E9nation");
-  EXPECT_EQ(LoadText(module_.get(), 10120), L"Extraction");
-  EXPECT_EQ(LoadText(module_.get(), 603).substr(0, 14), L"Cette valeur n");
+  EXPECT_EQ(ResourceString(module_.get(), 1), L"&Valider");
+  EXPECT_EQ(ResourceString(module_.get(), 10001), L"&Confirm");
+  EXPECT_EQ(ResourceString(module_.get(), 120), L"D\u00E9concat\u00E9nation");
+  EXPECT_EQ(ResourceString(module_.get(), 10120), L"Extraction");
+  EXPECT_EQ(ResourceString(module_.get(), 603).substr(0, 14), L"Cette valeur n");
 }
 
 // Strings live in blocks of 16: both ranges are in the French (0x040C) table.

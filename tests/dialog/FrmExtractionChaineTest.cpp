@@ -148,7 +148,7 @@ TEST_F(Dialog, EditorVerificationFailureShowsItsTabAndSavesNothing) {
   const auto form = Open(0, u"N");
   form->cmdApp.Click();
   ASSERT_EQ(ui.Messages.size(), 1u);
-  EXPECT_EQ(ui.Messages[0].Prompt, LoadText(501));
+  EXPECT_EQ(ui.Messages[0].Prompt, LoadText(TextId::StringMissingMessage));
   EXPECT_EQ(form->SSTab1.Tab(), 1);
   EXPECT_EQ(form->TaskStored, 0);
   EXPECT_FALSE(Has(u"N", u"Type"));

@@ -37,9 +37,9 @@ TEST_F(PluginObject, InitializePropertiesSetsTheHostContext) {
   EXPECT_EQ(plugin.Scen, u"S");
   EXPECT_EQ(plugin.Etat, 1);
   EXPECT_EQ(plugin.Rapport, u"kept.log");
-  EXPECT_EQ(LoadText(1), u"&Confirm") << "the language is the module's, for every object";
+  EXPECT_EQ(LoadText(TextId::ConfirmButton), u"&Confirm") << "the language is the module's, for every object";
   first.SetLanguage(0);
-  EXPECT_EQ(LoadText(1), u"&Valider");
+  EXPECT_EQ(LoadText(TextId::ConfirmButton), u"&Valider");
   first.SetLanguage(7);
   EXPECT_EQ(Module().LanguageOffset, 7) << "any number is stored";
 }

@@ -32,7 +32,7 @@ TEST_F(Texts, LanguageSettingPicksTheTable) {
     if (c.numberSetting) PutDword(Reg(), kConfiguration, u"Lang", *c.numberSetting);
     Module().LanguageOffset = 12345;
     ReadLanguageSetting();
-    EXPECT_EQ(LoadText(505), c.expected505);
+    EXPECT_EQ(LoadText(TextId::FunctionMissingMessage), c.expected505);
   }
 }
 
@@ -52,44 +52,20 @@ TEST_F(Texts, SettingThatIsNoNumberIsRaised) {
   EXPECT_EQ(Module().CurrentSubKey, u"Kept");
 }
 
-TEST_F(Texts, FunctionNamesAndMessagesInBothLanguages) {
-  struct Case {
-    std::int32_t id;
-    const char16_t* french;
-    const char16_t* english;
-  } const cases[] = {
-      {1, u"&Valider", u"&Confirm"},
-      {41, u"--> Exécution du traitement", u"--> Run process"},
-      {120, u"Déconcaténation", u"Extraction"},
-      {130, u"Extraction", u"Substrings"},
-      {140, u"Recherche variables", u"Find values"},
-      {602, u"Erreur d'exécution N°", u"Execution error #"},
-      {42, u" --------------- PROCEDURE TERMINEE ---------------", u" -------------- PROCEDURE TERMINATED --------------"},
-  };
-  for (const auto& c : cases) {
-    Module().LanguageOffset = Language::French;
-    EXPECT_EQ(LoadText(c.id), c.french);
-    Module().LanguageOffset = Language::English;
-    EXPECT_EQ(LoadText(c.id), c.english);
-  }
-}
-
 TEST_F(Texts, MissingTextIsAResourceError) {
   struct Case {
     std::int32_t offset;
-    std::int32_t id;
     std::int32_t error;
   } const cases[] = {
-      {0, 4, ErrorNumber::ResourceNotFound},
-      {5, 505, ErrorNumber::ResourceNotFound},
-      {20000, 505, ErrorNumber::ResourceNotFound},
-      {INT32_MAX, 505, ErrorNumber::Overflow},
+      {5, ErrorNumber::ResourceNotFound},
+      {20000, ErrorNumber::ResourceNotFound},
+      {INT32_MAX, ErrorNumber::Overflow},
   };
   for (const auto& c : cases) {
     Module().LanguageOffset = c.offset;
     try {
-      LoadText(c.id);
-      ADD_FAILURE() << "no error for " << c.id << " at " << c.offset;
+      LoadText(TextId::FunctionMissingMessage);
+      ADD_FAILURE() << "no error at " << c.offset;
     } catch (const RuntimeError& e) {
       EXPECT_EQ(e.Number(), c.error);
     }

@@ -3,18 +3,12 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
-#include <exception>
-#include <new>
-
-#include "common/Utf.h"
 #include "platform/win32/com/Bstr.h"
 
 namespace nv::com {
 namespace {
 
-constexpr std::int32_t kOutOfMemory = 7;
-
-void SetThreadErrorInfo(const Text& description, REFIID interfaceId) noexcept {
+void SetThreadErrorInfo(TextView description, REFIID interfaceId) noexcept {
   Microsoft::WRL::ComPtr<ICreateErrorInfo> created;
   if (FAILED(CreateErrorInfo(&created))) return;
   created->SetGUID(interfaceId);
@@ -40,32 +34,11 @@ std::int32_t RuntimeNumberOf(HRESULT hr) noexcept {
   return HRESULT_FACILITY(hr) == FACILITY_CONTROL ? HRESULT_CODE(hr) : static_cast<std::int32_t>(hr);
 }
 
-HRESULT ReportError(const RuntimeError& error, REFIID interfaceId) noexcept {
-  try {
-    SetThreadErrorInfo(error.Description(), interfaceId);
-  } catch (...) {
-    // The HRESULT still tells the caller what failed.
-  }
-  return HResultOf(error.Number());
+HRESULT ReportError(const ErrorView& error, REFIID interfaceId) noexcept {
+  SetThreadErrorInfo(error.description, interfaceId);
+  return HResultOf(error.number);
 }
 
-HRESULT ReportCurrentException(REFIID interfaceId) noexcept {
-  try {
-    throw;
-  } catch (const RuntimeError& error) {
-    return ReportError(error, interfaceId);
-  } catch (const std::bad_alloc&) {
-    SetThreadErrorInfo(u"Out of memory", interfaceId);
-    return HResultOf(kOutOfMemory);
-  } catch (const std::exception& error) {
-    try {
-      SetThreadErrorInfo(FromUtf8(error.what()), interfaceId);
-    } catch (...) {
-    }
-    return E_UNEXPECTED;
-  } catch (...) {
-    return E_UNEXPECTED;
-  }
-}
+HRESULT ReportCurrentException(REFIID interfaceId) noexcept { return ReportError(CurrentError(), interfaceId); }
 
 }  // namespace nv::com

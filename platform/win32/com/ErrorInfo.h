@@ -19,9 +19,11 @@ HRESULT HResultOf(std::int32_t number) noexcept;
 // any other HRESULT as it is.
 std::int32_t RuntimeNumberOf(HRESULT hr) noexcept;
 
-HRESULT ReportError(const RuntimeError& error, REFIID interfaceId) noexcept;
+// Sets the thread's error information without allocating anything of ours, so that it
+// also serves when memory has run out.
+HRESULT ReportError(const ErrorView& error, REFIID interfaceId) noexcept;
 
-// Inside a catch handler: reports whatever was thrown.
+// Inside a catch handler: reports whatever was thrown, as CurrentError reads it.
 HRESULT ReportCurrentException(REFIID interfaceId) noexcept;
 
 // Runs a member's body; an escaping error becomes its HRESULT with error information.

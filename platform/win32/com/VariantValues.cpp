@@ -6,11 +6,8 @@
 namespace nv::com {
 namespace {
 
-constexpr std::int32_t kInvalidUseOfNull = 94;
-
 [[noreturn]] void ThrowFor(HRESULT hr) {
-  if (hr == DISP_E_OVERFLOW) throw RuntimeError(ErrorNumber::Overflow, u"Overflow");
-  throw RuntimeError(ErrorNumber::TypeMismatch, u"Type mismatch");
+  RaiseError(hr == DISP_E_OVERFLOW ? ErrorNumber::Overflow : ErrorNumber::TypeMismatch);
 }
 
 }  // namespace
@@ -46,7 +43,7 @@ Variant ValueOfVariant(const VARIANT& given) {
   // A value handed by reference is read where it points.
   UniqueVariant copied;
   if ((V_VT(&given) & VT_BYREF) != 0 && FAILED(VariantCopyInd(copied.get(), const_cast<VARIANT*>(&given)))) {
-    throw RuntimeError(ErrorNumber::TypeMismatch, u"Type mismatch");
+    RaiseError(ErrorNumber::TypeMismatch);
   }
   const VARIANT& value = (V_VT(&given) & VT_BYREF) != 0 ? *copied.get() : given;
   switch (V_VT(&value)) {
@@ -68,7 +65,7 @@ Variant ValueOfVariant(const VARIANT& given) {
 
 Text TextOfVariant(const VARIANT& value) {
   if (V_VT(&value) == VT_EMPTY) return {};
-  if (V_VT(&value) == VT_NULL) throw RuntimeError(kInvalidUseOfNull, u"Invalid use of Null");
+  if (V_VT(&value) == VT_NULL) RaiseError(ErrorNumber::InvalidUseOfNull);
   if (V_VT(&value) == VT_BSTR) return TextOf(V_BSTR(&value));
   UniqueVariant text;
   const HRESULT hr = VariantChangeTypeEx(text.get(), const_cast<VARIANT*>(&value), LOCALE_USER_DEFAULT,
