@@ -80,11 +80,6 @@ TEST_F(Slots, ExecutionMembersRunTheTask) {
   }
 }
 
-TEST_F(Slots, ConstantAnswers) {
-  EXPECT_EQ(GetAt<VARIANT_BOOL>(20), VARIANT_FALSE);
-  EXPECT_EQ(GetAt<LONG>(27), 39);
-}
-
 TEST_F(Slots, IsActionSupportedRefusesOnlyType1) {
   const std::pair<LONG, VARIANT_BOOL> cases[] = {
       {0, VARIANT_TRUE}, {1, VARIANT_FALSE}, {2, VARIANT_TRUE}, {3, VARIANT_TRUE}, {7, VARIANT_TRUE}, {-1, VARIANT_TRUE}};

@@ -36,6 +36,7 @@ TEST(ExtractPieces, ResolvesRangesAndSeparators) {
       {u"", u";", -1, 0, u"", u"", 0, 0},
       {u"a;b;", u";", 0, 0, u"a;b", u"a;b;", 0, 2},
       {u"a;;b", u";", 1, 2, u"", u";", 1, 1},
+      {u"a;;b", u";", 1, 0, u"b", u";b", 1, 2},  // the range starts at a separator
       {u"1\r\n2\r\n3", u"\r\n", 1, 2, u"2", u"\r\n2\r\n", 1, 1},
       {u"a,,,b", u",,", 1, 0, u",b", u",,,b", 1, 1},
       // The empty separator does not cut: the whole text is the one piece.

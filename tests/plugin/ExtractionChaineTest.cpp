@@ -60,16 +60,6 @@ TEST_F(PluginObject, WorkingModeIsSixteenBits) {
   }
 }
 
-TEST_F(PluginObject, ConstantAnswers) {
-  ExtractionChaine plugin;
-  EXPECT_FALSE(plugin.IsTrigger());
-  EXPECT_EQ(plugin.GetWrapperType(), 39);
-  const std::pair<std::int32_t, bool> actions[] = {{0, true}, {1, false}, {2, true}, {3, true}, {7, true}, {-1, true}};
-  for (const auto& [type, supported] : actions) EXPECT_EQ(plugin.IsActionSupported(type), supported) << type;
-  plugin.SetName(u"N");
-  EXPECT_EQ(plugin.GetName(), u"N");
-}
-
 TEST_F(PluginObject, StatusComesFromTheTaskKey) {
   ExtractionChaine plugin;
   plugin.InitializeProperties(u"T", u"S", 0);

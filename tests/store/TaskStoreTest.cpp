@@ -181,6 +181,10 @@ TEST_F(TaskStore, SwitchingFunctionDeletesOldFieldsAndKeepsStaleValues) {
 
 TEST_F(TaskStore, NoFunctionSavesOnlyTheCommonValues) {
   TaskEditorValues v;
+  v.Fonction = FunctionCode::Split;
+  v.Colonnes = {u"@A", u"@B"};
+  SaveTask(u"T", v);
+  ASSERT_TRUE(Has(u"Fields.Count"));
   v.Fonction = -1;
   v.Comment = u"c";
   v.Chaine = u"ignored";
@@ -188,6 +192,7 @@ TEST_F(TaskStore, NoFunctionSavesOnlyTheCommonValues) {
   EXPECT_EQ(ReadRegistryValue(u"T", u"Fonction"), Variant::FromLong(-1));
   EXPECT_FALSE(Has(u"Chaine"));
   EXPECT_FALSE(Has(u"Fields.Count"));
+  EXPECT_FALSE(Has(u"Fields(1).Var"));
   EXPECT_TRUE(Load().Fields.empty());
 }
 

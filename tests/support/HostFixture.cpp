@@ -14,7 +14,10 @@ class HostTest::Services final : public HostServices {
   explicit Services(HostTest& test)
       : test_(test), native_(test.Reg(), test.prompt, [](const std::string&) {}) {}
 
-  std::unique_ptr<VariablesService> CreateVariablesService() override { return native_.CreateVariablesService(); }
+  std::unique_ptr<VariablesService> CreateVariablesService() override {
+    std::unique_ptr<VariablesService> service = native_.CreateVariablesService();
+    return test_.wrapVariablesService ? test_.wrapVariablesService(std::move(service)) : std::move(service);
+  }
   std::unique_ptr<WrapperCatalog> CreateWrapperCatalog() override { return native_.CreateWrapperCatalog(); }
   std::unique_ptr<ActionsEditor> CreateActionsEditor() override { return native_.CreateActionsEditor(); }
   void YieldToHost() override {}

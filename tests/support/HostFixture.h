@@ -1,6 +1,7 @@
 #pragma once
 // A registry plus the stand-in host services, with the report lines and Complete events
 // recorded for the test to read.
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -38,6 +39,9 @@ class HostTest : public TaskContextTest {
   // A scenario variable as the stand-in host keeps it; nothing when missing.
   std::optional<Text> Variable(const Text& name);
   void SetVariable(const Text& name, const Text& value);
+
+  // When set, every variables service the plug-in asks for is the stand-in's handed through it.
+  std::function<std::unique_ptr<VariablesService>(std::unique_ptr<VariablesService>)> wrapVariablesService;
 
   std::vector<ReportLine> reportLines;
   int reportWritersMade = 0;
