@@ -69,7 +69,7 @@ void ExtractionChaine::ExecuteTache() {
     UseOwnRegistryContext();
     WriteTaskStatus(Nom, TaskStatus::Running);
     LoadTaskDefinition(Nom, Definition);
-    report.AddReportLine(LoadText(TextId::RunStartLine) + Nom, Bouton, 0);
+    report.AddReportLine(LoadText(TextId::RunStartLine) + Nom, Bouton, ReportLevel::Start);
     for (Text* text : {&Definition.Chaine, &Definition.Separateur, &Definition.Masque, &Definition.Filtre}) {
       ResolveInPlace(Scen, *text);
     }
@@ -100,7 +100,7 @@ void ExtractionChaine::ExecuteTache() {
   } catch (...) {
     const ErrorView error = CurrentError();
     WriteTaskStatus(Nom, TaskStatus::Failed);
-    ModuleReportWriter().AddReportLine(ErrorLine(error), Bouton, 1);
+    ModuleReportWriter().AddReportLine(ErrorLine(error), Bouton, ReportLevel::Error);
   }
   RaiseComplete();
 }

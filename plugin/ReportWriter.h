@@ -7,6 +7,12 @@
 
 namespace nv {
 
+// The level of a report line.
+namespace ReportLevel {
+constexpr std::int32_t Start = 0;
+constexpr std::int32_t Error = 1;
+}  // namespace ReportLevel
+
 class ReportWriter {
  public:
   virtual ~ReportWriter() = default;
