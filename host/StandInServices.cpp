@@ -25,7 +25,7 @@ void RaiseUnknownType(std::int16_t wrapperType) {
 }  // namespace
 
 Variant VariablesStandIn::GetVariableValue(const Text& scenario, const Text& name) {
-  if (auto value = variables_.Get(scenario, name)) return *value;
+  if (auto value = variables_.Get(scenario, name)) return std::move(*value);  // many MiB, perhaps
   RaiseError(ErrorNumber::HostError2000,
              french_ ? u"La variable " + name + u" n'existe pas dans le scénario " + scenario
                      : u"The variable " + name + u" does not exist in scenario " + scenario);

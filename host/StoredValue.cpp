@@ -1,7 +1,7 @@
 #include "host/StoredValue.h"
 
+#include <bit>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 #include "store/ValueBytes.h"
@@ -12,15 +12,27 @@ std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView 
   std::uint32_t type = 0;
   std::uint32_t size = 0;
   if (registry.QueryValue(key, name, &type, nullptr, &size) != RegError::Success) return std::nullopt;
-  // A variable may hold megabytes: the buffer is not cleared before the registry fills it.
-  const auto data = std::make_unique_for_overwrite<std::uint8_t[]>(size);
-  if (registry.QueryValue(key, name, &type, data.get(), &size) != RegError::Success) return std::nullopt;
   if (type == RegType::Dword && size == 4) {
     std::uint32_t number = 0;
-    std::memcpy(&number, data.get(), 4);
+    if (registry.QueryValue(key, name, &type, reinterpret_cast<std::uint8_t*>(&number), &size) != RegError::Success)
+      return std::nullopt;
     return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number)));
   }
-  Text text = TextFromBytes(data.get(), size, 0);
+  // A variable may hold many MiB: on a little-endian machine its bytes go from the registry
+  // straight into the text's own buffer, with no copy in between.
+  Text text;
+  std::uint8_t* target = nullptr;
+  std::vector<std::uint8_t> bytes;
+  if constexpr (std::endian::native == std::endian::little) {
+    text.resize((size + 1) / 2);
+    target = reinterpret_cast<std::uint8_t*>(text.data());
+  } else {
+    bytes.resize(size);
+    target = bytes.data();
+  }
+  if (registry.QueryValue(key, name, &type, target, &size) != RegError::Success) return std::nullopt;
+  if constexpr (std::endian::native != std::endian::little) text = TextFromBytes(bytes.data(), size, 0);
+  text.resize(size / 2);  // a value may have shrunk between the two queries
   if (!text.empty() && text.back() == u'\0') text.pop_back();
   return Variant::FromText(std::move(text));
 }

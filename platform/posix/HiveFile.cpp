@@ -27,6 +27,9 @@ constexpr std::string_view kFormat = "nvextch hive";
 constexpr std::int64_t kVersion = 1;
 // Long enough for another process's import to finish; short enough that a stuck one is noticed.
 constexpr int kBusyTimeoutMs = 10000;
+// A variable of many MiB is a chain of overflow pages, each read with one system call:
+// large pages make that chain short. Small values still share pages.
+constexpr const char* kPageSizePragma = "PRAGMA page_size = 65536";
 
 // Values keep their first-write order through their row id; names are compared by their
 // folded form (see FoldName), which is unique among the children of a key and the values of
@@ -183,7 +186,9 @@ void CreateParentFolders(const std::string& path) {
 }
 
 void Initialise(sqlite3* db, const std::string& path) {
-  int rc = Execute(db, "BEGIN IMMEDIATE");
+  // Set before the first table makes the file's first page.
+  int rc = Execute(db, kPageSizePragma);
+  if (rc == SQLITE_OK) rc = Execute(db, "BEGIN IMMEDIATE");
   if (rc == SQLITE_OK) rc = Execute(db, kSchema);
   if (rc == SQLITE_OK) {
     const SqliteStatement insertRoot =

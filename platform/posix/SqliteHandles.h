@@ -5,6 +5,7 @@
 
 struct sqlite3;
 struct sqlite3_stmt;
+struct sqlite3_blob;
 
 namespace nv {
 
@@ -14,8 +15,12 @@ struct SqliteCloser {
 struct StatementFinalizer {
   void operator()(sqlite3_stmt* statement) const noexcept;
 };
+struct BlobCloser {
+  void operator()(sqlite3_blob* blob) const noexcept;
+};
 
 using SqliteDb = std::unique_ptr<sqlite3, SqliteCloser>;
 using SqliteStatement = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
+using SqliteBlob = std::unique_ptr<sqlite3_blob, BlobCloser>;
 
 }  // namespace nv

@@ -59,9 +59,12 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
   statements_.enumKeyAfter = Prepare(d,
                                      "SELECT name, folded, (SELECT data_version FROM pragma_data_version) FROM keys "
                                      "WHERE parent = ?1 AND folded > ?2 ORDER BY folded LIMIT 1");
-  statements_.queryValue = Prepare(d, "SELECT type, data FROM vals WHERE key = ?1 AND folded = ?2");
-  // length() of a column alone does not load a large value's pages.
-  statements_.queryValueSize = Prepare(d, "SELECT type, length(data) FROM vals WHERE key = ?1 AND folded = ?2");
+  // length() of a column alone does not load a large value's pages, nor does a CASE that
+  // leaves the column out.
+  statements_.queryValue = Prepare(d,
+                                   "SELECT type, length(data), id, CASE WHEN length(data) <= " +
+                                       std::to_string(kInlineValueBytes) +
+                                       " THEN data END FROM vals WHERE key = ?1 AND folded = ?2");
   // An existing value keeps its name as first written and its place in the enumeration.
   statements_.setValue = Prepare(d,
                                  "INSERT INTO vals(key, name, folded, type, data) VALUES(?1, ?2, ?3, ?4, ?5) "

@@ -78,10 +78,16 @@ class SqliteHive final : public Registry {
   };
   struct Statements {
     SqliteStatement findChild, keyExists, lastKeyId, insertKey, deleteKey, deleteChildren, deleteValues;
-    SqliteStatement enumKey, enumKeyAfter, queryValue, queryValueSize, setValue, deleteValue, enumValue, enumValueAfter;
+    SqliteStatement enumKey, enumKeyAfter, queryValue, setValue, deleteValue, enumValue, enumValueAfter;
     SqliteStatement valueId;
     std::array<SqliteStatement, 9> findPath;  // by depth, from 2
   };
+
+  // A value larger than this is read by incremental blob I/O into the caller's buffer: one
+  // copy from the pages, where a column read assembles the whole value in a buffer of its
+  // own first.
+  static constexpr std::uint32_t kInlineValueBytes = 64 * 1024;
+  RegStatus ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std::uint32_t size);
 
   // The handle's key, or null: InvalidHandle.
   KeyAccess* Lookup(RegKey handle);

@@ -28,26 +28,35 @@ RegStatus SqliteHive::QueryValue(RegKey key, TextView name, std::uint32_t* type,
   if (data != nullptr && size == nullptr) return RegError::InvalidParameter;
   if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
   FoldName(name, folded_);
-  StatementRun run(data == nullptr ? statements_.queryValueSize : statements_.queryValue);
+  // The statement gives a small value's bytes; a large one is left in its pages and read
+  // below straight into the caller's buffer, inside the statement's read transaction.
+  StatementRun run(statements_.queryValue);
   const int rc = run.Bind(1, target->id).BindBlob(2, folded_).Step();
   if (rc == SQLITE_DONE) return UnlessDeleted(target->id, RegError::FileNotFound);
   if (rc != SQLITE_ROW) return StatusFromSqlite(rc);
   if (type != nullptr) *type = static_cast<std::uint32_t>(run.Int(0));
-  if (data == nullptr) {
-    if (size != nullptr) *size = static_cast<std::uint32_t>(run.Int(1));
-    return RegError::Success;
-  }
-  const auto bytes = run.Blob(1);
-  const auto needed = static_cast<std::uint32_t>(bytes.size());
-  if (data != nullptr) {
-    if (*size < needed) {
-      *size = needed;
-      return RegError::MoreData;
-    }
-    if (needed > 0) std::memcpy(data, bytes.data(), needed);
+  const auto needed = static_cast<std::uint32_t>(run.Int(1));
+  if (data != nullptr && *size < needed) {
+    *size = needed;
+    return RegError::MoreData;
   }
   if (size != nullptr) *size = needed;
-  return RegError::Success;
+  if (data == nullptr || needed == 0) return RegError::Success;
+  if (needed <= kInlineValueBytes) {
+    std::memcpy(data, run.Blob(3).data(), needed);
+    return RegError::Success;
+  }
+  return ReadLargeValue(run.Int(2), data, needed);
+}
+
+RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std::uint32_t size) {
+  sqlite3_blob* raw = nullptr;
+  int rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", rowId, 0, &raw);
+  const SqliteBlob blob(raw);
+  if (rc != SQLITE_OK) return StatusFromSqlite(rc);
+  if (static_cast<std::uint32_t>(sqlite3_blob_bytes(blob.get())) != size) return RegError::BadDatabase;
+  rc = sqlite3_blob_read(blob.get(), data, static_cast<int>(size), 0);
+  return StatusFromSqlite(rc);
 }
 
 RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,

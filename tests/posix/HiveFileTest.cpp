@@ -11,10 +11,16 @@
 namespace nv::test {
 namespace {
 
-void MakeHive(const std::string& file, int values) {
+void MakeHive(const std::string& file, int values, std::size_t valueSize = 100) {
   const auto hive = SqliteHive::Open(file);
   for (int i = 0; i < values; ++i)
-    PutRaw(*hive, u"SOFTWARE\\NOVRA", u"v" + DecimalText(i), RegType::Binary, std::vector<std::uint8_t>(100, 0x5A));
+    PutRaw(*hive, u"SOFTWARE\\NOVRA", u"v" + DecimalText(i), RegType::Binary, std::vector<std::uint8_t>(valueSize, 0x5A));
+}
+
+// The page size a database file's header gives (bytes 16 and 17, big-endian; 1 is 65,536).
+std::size_t PageSizeOf(const std::string& bytes) {
+  const std::size_t size = (static_cast<unsigned char>(bytes[16]) << 8) | static_cast<unsigned char>(bytes[17]);
+  return size == 1 ? 65536 : size;
 }
 
 TEST(HiveFile, IsMadeWithItsFoldersAndAnEmptyFileIsTakenOver) {
@@ -30,9 +36,10 @@ TEST(HiveFile, IsMadeWithItsFoldersAndAnEmptyFileIsTakenOver) {
 TEST(HiveFile, RefusesWhatIsNotAHiveAndLeavesItAsItWas) {
   TempFolder folder;
   const std::string hive = folder.File("hive.db");
-  MakeHive(hive, 400);
+  MakeHive(hive, 400, 1000);
   const std::string good = ReadBytes(hive);
-  ASSERT_GT(good.size(), 8 * 4096u);
+  const std::size_t page = PageSizeOf(good);
+  ASSERT_GT(good.size(), 6 * page);
 
   const struct Case {
     const char* name;
@@ -44,7 +51,7 @@ TEST(HiveFile, RefusesWhatIsNotAHiveAndLeavesItAsItWas) {
       {"binary.db", std::string(5000, '\x7F'), nullptr, "is not an nvextch hive"},
       {"foreign.db", "", "CREATE TABLE t(x); INSERT INTO t VALUES(1)", "is not an nvextch hive"},
       {"newer.db", good, "UPDATE meta SET value = 2 WHERE name = 'version'", "newer"},
-      {"pages.db", good.substr(0, 5 * 4096) + std::string(4096, '\x55') + good.substr(6 * 4096), nullptr, "is damaged"},
+      {"pages.db", good.substr(0, 5 * page) + std::string(page, '\x55') + good.substr(6 * page), nullptr, "is damaged"},
       {"truncated.db", good.substr(0, good.size() / 2), nullptr, "is damaged"},
       {"header.db", good.substr(0, 16) + std::string(84, '\xFF') + good.substr(100), nullptr, ""},
   };

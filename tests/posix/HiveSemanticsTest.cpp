@@ -82,6 +82,13 @@ TEST_F(Hive, NamesCompareWithoutCaseAndKeepTheirCase) {
   EXPECT_EQ(SubKeys(Key(u"software")), std::vector<Text>{u"NoVra"});
 }
 
+// Bytes that differ from one offset to the next, so that a piece read from the wrong place shows.
+Bytes Pattern(std::size_t size) {
+  Bytes bytes(size);
+  for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<std::uint8_t>(i * 7 + i / 251);
+  return bytes;
+}
+
 TEST_F(Hive, ValuesKeepTypeAndBytes) {
   const RegKey key = Key(u"V");
   const struct Case {
@@ -94,7 +101,10 @@ TEST_F(Hive, ValuesKeepTypeAndBytes) {
       {u"dword", RegType::Dword, {0x78, 0x56, 0x34, 0x12}},
       {u"empty", RegType::Binary, {}},
       {u"odd type", 0x12345678u, {1, 2, 3}},
-      {u"big", RegType::Binary, Bytes(200000, 0xA5)},
+      {u"big", RegType::Binary, Pattern(200000)},
+      // Either side of the size from which a value is read by blob I/O.
+      {u"64 KiB", RegType::Sz, Pattern(65536)},
+      {u"64 KiB + 1", RegType::Sz, Pattern(65537)},
   };
   for (const Case& c : cases) ASSERT_EQ(Set(key, c.name, c.data, c.type), ok);
   for (const Case& c : cases) {
