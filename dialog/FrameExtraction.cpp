@@ -191,7 +191,7 @@ void FrameExtraction::btnPreview_Click() {
     try {
       if (IsNumeric(ligne[1])) start = ToInteger(ligne[1]);
       if (IsNumeric(ligne[2])) end = ToInteger(ligne[2]);
-      value = ExtractPieces(cut, start, end, ToBoolean(ligne[3]));
+      value.assign(ExtractPieces(cut, start, end, ToBoolean(ligne[3])));
     } catch (const RuntimeError& error) {
       // The line execution would report for the same failure.
       value = ErrorLine(error.View());

@@ -65,7 +65,7 @@ void FrameRecherche::btnPreview_Click() {
   Text chaine = Resout(txtChaine);
   Text masque = Resout(txtMasque);
   const Text filtre = Resout(txtFiltre);
-  std::vector<Text> values;
+  std::vector<TextView> values;
   step([&] {
     std::int16_t start = 0;
     std::int16_t end = 0;

@@ -47,9 +47,9 @@ void FrameSplit::MajBoutons() {
 void FrameSplit::btnPreview_Click() {
   Text chaine = Resout(txtChaine);
   const Text separateur = Resout(txtSeparator);
-  std::vector<Text> fields;
+  SplitPieces fields;
   SplitBySeparator(chaine, separateur, fields);
-  AfficheResultats(fields);
+  AfficheResultats(fields.Views());
 }
 
 }  // namespace nv

@@ -77,8 +77,10 @@ void RowFieldsEditor::SupprimeLigne() {
   grid.SetCol(0);
 }
 
-void RowFieldsEditor::AfficheResultats(const std::vector<Text>& results) {
-  for (std::size_t j = 0; j < results.size(); ++j) RemplitLigne(results[j], {}, static_cast<std::int32_t>(j + 1));
+void RowFieldsEditor::AfficheResultats(const std::vector<TextView>& results) {
+  for (std::size_t j = 0; j < results.size(); ++j) {
+    RemplitLigne(Text(results[j]), {}, static_cast<std::int32_t>(j + 1));
+  }
   NovraFlexGrid1.Reset = false;
 }
 

@@ -26,7 +26,7 @@ class RowFieldsEditor : public EditorBase {
   void RemplitLigne(const Text& value, const Text& variable, std::int32_t k);
   void SupprimeLigne();
   // A Preview's results: result j to row j + 1.
-  void AfficheResultats(const std::vector<Text>& results);
+  void AfficheResultats(const std::vector<TextView>& results);
 
  private:
   void FormateLigne(std::int32_t row);

@@ -5,7 +5,7 @@
 
 namespace nv {
 
-Text ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, bool showSeparators) {
+TextView ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, bool showSeparators) {
   const auto lastIndex = static_cast<std::int64_t>(cut.LastIndex());
   const bool wholeText = start == 0 && end == 0;
   const std::int64_t first = start < 0 ? lastIndex + 1 + start : start;
@@ -13,7 +13,7 @@ Text ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, 
   start = SaturateToInt16(first);
   end = SaturateToInt16(last);
 
-  if (!wholeText && (last > lastIndex || last < first || cut.Whole().empty())) return Text();
+  if (!wholeText && (last > lastIndex || last < first || cut.Whole().empty())) return {};
   if (first < 0) RaiseError(ErrorNumber::SubscriptOutOfRange);
 
   const TextView separator = cut.Separator();
@@ -21,17 +21,18 @@ Text ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, 
   if (!showSeparators) {
     if (range.ends_with(separator)) range.remove_suffix(separator.size());
     if (range.starts_with(separator)) range.remove_prefix(separator.size());
-    return Text(range);
+    return range;
   }
   if (first > 0 && !range.starts_with(separator)) {
-    Text result;
-    result.reserve(separator.size() + range.size());
-    return result.append(separator).append(range);
+    // Piece first - 1 is not the last one, so it ends with the separator, just before the range.
+    const auto offset = static_cast<std::size_t>(range.data() - cut.Whole().data());
+    return cut.Whole().substr(offset - separator.size(), separator.size() + range.size());
   }
-  return Text(range);
+  return range;
 }
 
-Text ExtractPieces(TextView text, TextView separator, std::int16_t& start, std::int16_t& end, bool showSeparators) {
+TextView ExtractPieces(TextView text, TextView separator, std::int16_t& start, std::int16_t& end,
+                       bool showSeparators) {
   return ExtractPieces(PieceCut(text, separator), start, end, showSeparators);
 }
 

@@ -14,10 +14,12 @@ namespace nv {
 // true and a range not starting at piece 0, a separator is put in front when missing.
 // An empty or reversed range gives the empty text (start = end = 0 always gives the whole
 // text). Fails with SubscriptOutOfRange when start resolves below 0 and the range is not
-// empty.
-Text ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, bool showSeparators);
+// empty. The result is a view into the cut's text, the separator put in front included: it
+// is the one that ends the piece before the range.
+TextView ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, bool showSeparators);
 
-// The same on a cut made for this one call.
-Text ExtractPieces(TextView text, TextView separator, std::int16_t& start, std::int16_t& end, bool showSeparators);
+// The same on a cut made for this one call; the result is a view into `text`.
+TextView ExtractPieces(TextView text, TextView separator, std::int16_t& start, std::int16_t& end,
+                       bool showSeparators);
 
 }  // namespace nv

@@ -8,8 +8,8 @@
 namespace nv {
 
 void FindValues(Text& text, Text& mask, TextView filter, std::int16_t& start, std::int16_t& end, bool caseSensitive,
-                bool trim, std::vector<Text>& values) {
-  values.assign(1, Text());
+                bool trim, std::vector<TextView>& values) {
+  values.assign(1, TextView());
   const auto length = static_cast<std::int64_t>(text.size());
   const std::int64_t first = start == 0 ? 1 : start;
   std::int64_t last = end == 0 ? -1 : end;

@@ -14,8 +14,9 @@ namespace nv {
 // and mask are compared in upper case and `mask` is replaced by its upper-case form (the
 // filter is taken as given). `values` receives one value per placeholder on a match (an
 // empty list for a matching mask without placeholder) and one empty value otherwise.
-// Fails with InvalidProcedureCall for a negative start or a negative unit count.
+// Fails with InvalidProcedureCall for a negative start or a negative unit count. The values
+// are views into `text` as it is on return.
 void FindValues(Text& text, Text& mask, TextView filter, std::int16_t& start, std::int16_t& end, bool caseSensitive,
-                bool trim, std::vector<Text>& values);
+                bool trim, std::vector<TextView>& values);
 
 }  // namespace nv

@@ -1,6 +1,7 @@
 #include "engine/Mask.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "engine/Scan.h"
 
@@ -29,7 +30,7 @@ std::vector<TextView> SplitMask(TextView mask, TextView filter) {
 }
 
 bool MatchMask(TextView text, TextView workText, std::span<const TextView> literalParts, bool trim,
-               std::vector<Text>& values) {
+               std::vector<TextView>& values) {
   std::vector<TextView> found;
   const auto lastPart = static_cast<std::ptrdiff_t>(literalParts.size()) - 1;
   if (literalParts.size() == 2 && literalParts[0].empty() && literalParts[1].empty()) {
@@ -54,9 +55,10 @@ bool MatchMask(TextView text, TextView workText, std::span<const TextView> liter
       if (i == last && !literalLast) found.push_back(text.substr(rest));
     }
   }
-  values.clear();
-  values.reserve(found.size());
-  for (const TextView value : found) values.emplace_back(trim ? TrimSpaces(value) : value);
+  if (trim) {
+    for (TextView& value : found) value = TrimSpaces(value);
+  }
+  values = std::move(found);
   return true;
 }
 

@@ -19,8 +19,8 @@ std::vector<TextView> SplitMask(TextView mask, TextView filter);
 // case). A mask starting (ending) with a literal requires the text to start (end) with it.
 // On a match `values` receives one value per placeholder (none for a mask without
 // placeholder), each without leading and trailing spaces when `trim`; otherwise `values`
-// is left as it was and the result is false.
+// is left as it was and the result is false. The values are views into `text`.
 bool MatchMask(TextView text, TextView workText, std::span<const TextView> literalParts, bool trim,
-               std::vector<Text>& values);
+               std::vector<TextView>& values);
 
 }  // namespace nv

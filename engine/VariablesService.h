@@ -16,7 +16,7 @@ class VariablesService {
   virtual void SetRegistrySubKey(const Text& subKey) = 0;
   virtual Variant GetVariableValue(const Text& scenario, const Text& name) = 0;
   // The third argument of the host's member is always left out, so it has no place here.
-  virtual void SetVariableValue(const Text& scenario, const Text& name, const Text& value) = 0;
+  virtual void SetVariableValue(const Text& scenario, const Text& name, TextView value) = 0;
 };
 
 }  // namespace nv

@@ -20,7 +20,7 @@ std::optional<Variant> ScenarioVariables::Get(const Text& scenario, const Text& 
   return ReadStoredValue(registry_, key.Get(), name);
 }
 
-void ScenarioVariables::Set(const Text& scenario, const Text& name, const Text& value) {
+void ScenarioVariables::Set(const Text& scenario, const Text& name, TextView value) {
   UniqueRegKey key;
   RegStatus status =
       CreateUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::ReadWrite, key);

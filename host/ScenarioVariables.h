@@ -18,7 +18,7 @@ class ScenarioVariables {
   // The value as stored (a text, or a number for a REG_DWORD); nothing when missing.
   std::optional<Variant> Get(const Text& scenario, const Text& name) const;
   // Raises an error carrying the registry's code when the value cannot be written.
-  void Set(const Text& scenario, const Text& name, const Text& value);
+  void Set(const Text& scenario, const Text& name, TextView value);
 
  private:
   Registry& registry_;

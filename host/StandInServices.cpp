@@ -35,7 +35,7 @@ VariablesStandIn::~VariablesStandIn() {
   if (batchOpen_) registry_.CommitBatch();
 }
 
-void VariablesStandIn::SetVariableValue(const Text& scenario, const Text& name, const Text& value) {
+void VariablesStandIn::SetVariableValue(const Text& scenario, const Text& name, TextView value) {
   if (!batchOpen_) {
     registry_.BeginBatch();
     batchOpen_ = true;
@@ -43,7 +43,7 @@ void VariablesStandIn::SetVariableValue(const Text& scenario, const Text& name, 
   variables_.Set(scenario, name, value);
 }
 
-void ReportFileWriter::AddReportLine(const Text& line, const HostObjectRef&, std::int32_t level) {
+void ReportFileWriter::AddReportLine(TextView line, const HostObjectRef&, std::int32_t level) {
   const std::string text = ReportStamp() + (level == 0 ? " [INFO]  " : " [ERROR] ") +
                            (scenario_.empty() ? std::string() : ToUtf8(scenario_) + ": ") + ToUtf8(line) + "\n";
   if (path_.empty()) {

@@ -23,7 +23,7 @@ class VariablesStandIn final : public VariablesService {
   void SetRegistryRoot(std::int32_t) override {}
   void SetRegistrySubKey(const Text&) override {}
   Variant GetVariableValue(const Text& scenario, const Text& name) override;
-  void SetVariableValue(const Text& scenario, const Text& name, const Text& value) override;
+  void SetVariableValue(const Text& scenario, const Text& name, TextView value) override;
 
  private:
   Registry& registry_;
@@ -41,7 +41,7 @@ class ReportFileWriter final : public ReportWriter {
 
   void SetReportFilePath(const Text& path) override { path_ = path; }
   void SetScenarioName(const Text& scenario) override { scenario_ = scenario; }
-  void AddReportLine(const Text& line, const HostObjectRef& button, std::int32_t level) override;
+  void AddReportLine(TextView line, const HostObjectRef& button, std::int32_t level) override;
 
  private:
   LineSink fallback_;

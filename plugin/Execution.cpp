@@ -34,7 +34,7 @@ void ResolveInPlace(const Text& scenario, Text& text) {
 // Result k goes to field k + 1; a result with no field is an index error, after the
 // earlier results were stored.
 void StoreResults(VariablesService& variables, const Text& scenario, const std::vector<TaskField>& fields,
-                  const std::vector<Text>& results) {
+                  const std::vector<TextView>& results) {
   for (std::size_t i = 0; i < results.size(); ++i) {
     if (i >= fields.size()) RaiseError(ErrorNumber::SubscriptOutOfRange);
     const Text& target = fields[i].Var;
@@ -75,18 +75,21 @@ void ExtractionChaine::ExecuteTache() {
     }
     variables = ModuleServices().CreateVariablesService();
     variables->SetScenarioName(Scen);
-    std::vector<Text> results;
+    // The engine hands out views of the texts; each piece is copied once, where it is stored.
     switch (Definition.Fonction) {
-      case FunctionCode::Split:
-        SplitBySeparator(Definition.Chaine, Definition.Separateur, results);
-        StoreResults(*variables, Scen, Definition.Fields, results);
+      case FunctionCode::Split: {
+        SplitPieces pieces;
+        SplitBySeparator(Definition.Chaine, Definition.Separateur, pieces);
+        StoreResults(*variables, Scen, Definition.Fields, pieces.Views());
         break;
+      }
       case FunctionCode::Substrings:
         ExtractFields(*variables, Scen, Definition);
         break;
       case FunctionCode::FindValues: {
         std::int16_t start = 0;
         std::int16_t end = 0;
+        std::vector<TextView> results;
         FindValues(Definition.Chaine, Definition.Masque, Definition.Filtre, start, end, Definition.CaseSensitive == 1,
                    Definition.Trim == 1, results);
         StoreResults(*variables, Scen, Definition.Fields, results);

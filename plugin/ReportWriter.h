@@ -18,7 +18,7 @@ class ReportWriter {
   virtual ~ReportWriter() = default;
   virtual void SetReportFilePath(const Text& path) = 0;
   virtual void SetScenarioName(const Text& scenario) = 0;
-  virtual void AddReportLine(const Text& line, const HostObjectRef& button, std::int32_t level) = 0;
+  virtual void AddReportLine(TextView line, const HostObjectRef& button, std::int32_t level) = 0;
 };
 
 }  // namespace nv

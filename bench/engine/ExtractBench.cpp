@@ -77,7 +77,7 @@ void ExtractFieldsEachCut(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * state.range(0) * kMiB);
 }
 
-Text EngineOneShot(const Text& text, const Text& separator, std::int16_t& start, std::int16_t& end, bool show) {
+TextView EngineOneShot(const Text& text, const Text& separator, std::int16_t& start, std::int16_t& end, bool show) {
   return ExtractPieces(TextView(text), TextView(separator), start, end, show);
 }
 void ExtractFieldsOneShot(benchmark::State& state) { ExtractFieldsEachCut<&EngineOneShot>(state); }

@@ -21,6 +21,8 @@ struct FindCase {
 
 const std::vector<Text> kNoMatch = {u""};
 
+std::vector<Text> Owned(const std::vector<TextView>& views) { return {views.begin(), views.end()}; }
+
 TEST(FindValues, ReadsTheValuesThatTheMaskMarks) {
   const FindCase cases[] = {
       {u"Name=John;Age=42", u"Name=*;Age=*", u"*", false, false, {u"John", u"42"}},
@@ -64,9 +66,9 @@ TEST(FindValues, ReadsTheValuesThatTheMaskMarks) {
     SCOPED_TRACE(testing::Message() << "case " << (&c - cases));
     Text text = c.text, mask = c.mask;
     std::int16_t start = 0, end = 0;
-    std::vector<Text> values = {u"stale", u"stale"};
+    std::vector<TextView> values = {u"stale", u"stale"};
     FindValues(text, mask, c.filter, start, end, c.caseSensitive, c.trim, values);
-    EXPECT_EQ(values, c.values);
+    EXPECT_EQ(Owned(values), c.values);
     EXPECT_EQ(text, c.text);
     EXPECT_EQ(mask, c.caseSensitive ? c.mask : UpperCase(c.mask));
   }
@@ -95,7 +97,7 @@ TEST(FindValues, UsesThePartBetweenStartAndEnd) {
     SCOPED_TRACE(testing::Message() << "case " << (&c - cases));
     Text text = u"abcdef", mask = u"*";
     std::int16_t start = c.start, end = c.end;
-    std::vector<Text> values;
+    std::vector<TextView> values;
     std::int32_t error = 0;
     try {
       FindValues(text, mask, u"*", start, end, true, false, values);
@@ -104,7 +106,7 @@ TEST(FindValues, UsesThePartBetweenStartAndEnd) {
     }
     EXPECT_EQ(error, c.error);
     EXPECT_EQ(text, c.part);
-    EXPECT_EQ(values, error ? kNoMatch : std::vector<Text>{c.part});
+    EXPECT_EQ(Owned(values), error ? kNoMatch : std::vector<Text>{c.part});
     EXPECT_EQ(start, c.resolvedStart);
     EXPECT_EQ(end, c.resolvedEnd);
   }

@@ -33,8 +33,8 @@ class HostTest::Services final : public HostServices {
     explicit Recorder(std::vector<ReportLine>& lines) : lines_(lines) {}
     void SetReportFilePath(const Text& path) override { path_ = ToUtf8(path); }
     void SetScenarioName(const Text& scenario) override { scenario_ = ToUtf8(scenario); }
-    void AddReportLine(const Text& line, const HostObjectRef&, std::int32_t level) override {
-      lines_.push_back({line, level, scenario_, path_});
+    void AddReportLine(TextView line, const HostObjectRef&, std::int32_t level) override {
+      lines_.push_back({Text(line), level, scenario_, path_});
     }
 
    private:

@@ -51,7 +51,7 @@ class VariablesClient final : public VariablesService {
               u"VariablesService.GetVariableValue");
     return ValueOfVariant(*value.get());
   }
-  void SetVariableValue(const Text& scenario, const Text& name, const Text& value) override {
+  void SetVariableValue(const Text& scenario, const Text& name, TextView value) override {
     UniqueVariant scenarioArgument = VariantFromText(scenario);
     UniqueVariant nameArgument = VariantFromText(name);
     UniqueVariant leftOut = LeftOutVariant();
@@ -77,7 +77,7 @@ class ReportWriterClient final : public ReportWriter {
     UniqueVariant argument = VariantFromText(scenario);
     CheckCall(object_->put_ScenarioName(*argument.get()), u"ReportWriter.ScenarioName");
   }
-  void AddReportLine(const Text& line, const HostObjectRef& button, std::int32_t level) override {
+  void AddReportLine(TextView line, const HostObjectRef& button, std::int32_t level) override {
     UniqueBstr text = MakeBstr(line);
     BSTR textArgument = text.get();
     IDispatch* buttonArgument = DispatchOf(button);

@@ -60,16 +60,29 @@ struct Positions {
   }
 };
 
+// One side of a find: its in/out arguments and the values it gave.
+template <typename Value>
+struct FindSide {
+  Text text, mask;
+  std::int16_t start, end;
+  std::vector<Value> values{Value(u"untouched")};
+  std::string Printed(const std::string& outcome) const {
+    return outcome + " values=" + Listed(values) + " text=" + Quoted(text) + " mask=" + Quoted(mask) +
+           " start=" + std::to_string(start) + " end=" + std::to_string(end);
+  }
+};
+
 }  // namespace
 
 std::string CompareSplit(const Text& text, const Text& separator) {
   Text engineText = text, referenceText = text;
-  std::vector<Text> enginePieces, referencePieces;
+  nv::SplitPieces enginePieces;
+  std::vector<Text> referencePieces;
   const std::vector<TextView> engineViews = nv::SplitViews(text, separator);
   nv::SplitBySeparator(engineText, separator, enginePieces);
   SplitBySeparator(referenceText, separator, referencePieces);
   const std::string expected = Listed(referencePieces);
-  std::string difference = Differ("SplitBySeparator", Listed(enginePieces) + " text=" + Quoted(engineText),
+  std::string difference = Differ("SplitBySeparator", Listed(enginePieces.Views()) + " text=" + Quoted(engineText),
                                   expected + " text=" + Quoted(referenceText));
   if (difference.empty()) difference = Differ("SplitViews", Listed(engineViews), expected);
   return difference;
@@ -100,16 +113,8 @@ std::string CompareExtractPieces(const Text& text, const Text& separator, std::s
 
 std::string CompareFindValues(const Text& text, const Text& mask, const Text& filter, std::int16_t start,
                               std::int16_t end, bool caseSensitive, bool trim) {
-  struct Side {
-    Text text, mask;
-    std::int16_t start, end;
-    std::vector<Text> values{Text(u"untouched")};
-    std::string Printed(const std::string& outcome) const {
-      return outcome + " values=" + Listed(values) + " text=" + Quoted(text) + " mask=" + Quoted(mask) +
-             " start=" + std::to_string(start) + " end=" + std::to_string(end);
-    }
-  };
-  Side engine{text, mask, start, end}, plain{text, mask, start, end};
+  FindSide<TextView> engine{text, mask, start, end};
+  FindSide<Text> plain{text, mask, start, end};
   const std::string engineOutcome = Guarded([&] {
     nv::FindValues(engine.text, engine.mask, filter, engine.start, engine.end, caseSensitive, trim, engine.values);
     return std::string("ok");
