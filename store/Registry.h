@@ -4,6 +4,7 @@
 // error codes). Text data is UTF-16LE with its terminator, as Windows stores it.
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "common/Text.h"
@@ -72,6 +73,15 @@ constexpr std::size_t ValueNameLength = 16383;
 constexpr std::size_t KeyDepth = 512;  // names below the root key
 }  // namespace RegLimit
 
+// One value met by Registry::VisitValues: its data is null when it was not asked for.
+struct VisitedValue {
+  TextView name;
+  std::uint32_t type = 0;
+  std::uint32_t size = 0;
+  const std::uint8_t* data = nullptr;
+};
+using ValueVisitor = std::function<void(const VisitedValue&)>;
+
 class Registry {
  public:
   virtual ~Registry() = default;
@@ -98,6 +108,22 @@ class Registry {
   virtual RegStatus EnumKey(RegKey key, std::uint32_t index, Text& name) = 0;
   virtual RegStatus EnumValue(RegKey key, std::uint32_t index, Text& name, std::uint32_t& type,
                               std::vector<std::uint8_t>& data) = 0;
+
+  // Every value of `key` in enumeration order, in one pass: the data of those of at most
+  // `maxDataBytes` (larger ones come without it). Success, or the error that stopped the
+  // pass. This one steps EnumValue; a backend may do it in one query.
+  virtual RegStatus VisitValues(RegKey key, std::uint32_t maxDataBytes, const ValueVisitor& visit) {
+    Text name;
+    std::uint32_t type = 0;
+    std::vector<std::uint8_t> data;
+    for (std::uint32_t index = 0;; ++index) {
+      const RegStatus status = EnumValue(key, index, name, type, data);
+      if (status == RegError::NoMoreItems) return RegError::Success;
+      if (status != RegError::Success) return status;
+      const auto size = static_cast<std::uint32_t>(data.size());
+      visit({name, type, size, size <= maxDataBytes ? data.data() : nullptr});
+    }
+  }
 
   // A batch of writes lands whole or not at all where the backend can promise it (the
   // hive); elsewhere these do nothing.

@@ -12,12 +12,23 @@
 namespace nv {
 namespace {
 
-// The reader's buffer is 65,536 ANSI bytes. Our code page is single-byte, so that is the
-// same number of UTF-16 units: a text of 65,535 characters and its terminator fit, one
-// more does not.
-constexpr std::uint32_t kTextBufferBytes = 65536 * sizeof(char16_t);
-
 }  // namespace
+
+Variant ValueAsRead(std::uint32_t type, std::uint32_t size, const std::uint8_t* data) {
+  const bool isText = type == RegType::Sz || type == RegType::ExpandSz || type == RegType::MultiSz;
+  if (size == 0 || (isText && size > kTextBufferBytes)) return Variant::FromText(u"");
+  switch (type) {
+    case RegType::Sz: return Variant::FromText(TextFromBytes(data, size, 1));
+    case RegType::MultiSz: return Variant::FromText(TextFromBytes(data, size, 2));
+    case RegType::Dword: {
+      if (size > 4) return Variant::FromText(u"");  // does not fit the number it is read into
+      std::uint32_t number = 0;
+      std::memcpy(&number, data, size);
+      return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number)));
+    }
+    default: return Variant();
+  }
+}
 
 Text SectionPath(TextView section) {
   Text path = Module().CurrentSubKey;
@@ -45,18 +56,8 @@ Variant ReadRegistryValueFromKey(Registry& registry, RegKey key, TextView valueN
   if (status == RegError::MoreData && !isText && type != RegType::Dword) {
     return size == 0 ? Variant::FromText(u"") : Variant();  // never queried for its data
   }
-  if (status != RegError::Success || size == 0) return Variant::FromText(u"");
-  switch (type) {
-    case RegType::Sz: return Variant::FromText(TextFromBytes(data, size, 1));
-    case RegType::MultiSz: return Variant::FromText(TextFromBytes(data, size, 2));
-    case RegType::Dword: {
-      if (size > 4) return Variant::FromText(u"");  // does not fit the number it is read into
-      std::uint32_t number = 0;
-      std::memcpy(&number, data, size);
-      return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number)));
-    }
-    default: return Variant();
-  }
+  if (status != RegError::Success) return Variant::FromText(u"");
+  return ValueAsRead(type, size, data);
 }
 
 Variant ReadRegistryValue(TextView section, TextView valueName) {

@@ -23,6 +23,15 @@ Variant ReadRegistryValue(TextView section, TextView valueName);
 // The same rules on a key that the caller holds open (a loader reading many values).
 Variant ReadRegistryValueFromKey(Registry& registry, RegKey key, TextView valueName);
 
+// The reader's buffer is 65,536 ANSI bytes. Our code page is single-byte, so that is the
+// same number of UTF-16 units: a text of 65,535 characters and its terminator fit, one
+// more does not.
+constexpr std::uint32_t kTextBufferBytes = 65536 * sizeof(char16_t);
+
+// What those rules make of a value that exists, from its type and size and, for a size of
+// at most kTextBufferBytes, its data.
+Variant ValueAsRead(std::uint32_t type, std::uint32_t size, const std::uint8_t* data);
+
 bool WriteRegistryValue(TextView section, TextView valueName, std::int32_t kind, TextView value);
 bool DeleteRegistryValue(TextView section, TextView valueName);
 bool RegistryKeyExists(TextView section);

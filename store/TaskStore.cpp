@@ -1,6 +1,7 @@
 #include "store/TaskStore.h"
 
 #include "common/Conversions.h"
+#include "store/KeyValueSnapshot.h"
 #include "store/ModuleState.h"
 #include "store/RegistryKey.h"
 #include "store/RegistryOperations.h"
@@ -29,12 +30,15 @@ Text FieldValueName(std::int32_t index, TextView suffix) {
 }
 
 void LoadTaskDefinition(TextView taskName, TaskDefinition& definition) {
-  // One open key serves every read of the load; each read keeps the reader's rules.
+  // One enumeration of the task key serves every read of the load; each read keeps the
+  // reader's rules, and the values are converted in the reader's order, so the first
+  // conversion to fail is the same.
   Registry& registry = ModuleRegistry();
   const ReadingScope reading(registry);  // one consistent state of the task, one lock
   UniqueRegKey key;
   OpenUniqueKey(registry, Module().CurrentRoot, SectionPath(taskName), RegAccess::QueryValue, key);
-  const auto read = [&](TextView name) { return ReadRegistryValueFromKey(registry, key.Get(), name); };
+  const KeyValueSnapshot values(registry, key.Get());
+  const auto read = [&](TextView name) { return values.Read(name); };
 
   definition.Comment = ToText(read(u"Comment"));
   definition.Fonction = IntegerOrZero(read(u"Fonction"));

@@ -77,6 +77,9 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
   statements_.enumValueAfter = Prepare(d,
                                        "SELECT name, type, data, id, (SELECT data_version FROM pragma_data_version) "
                                        "FROM vals WHERE key = ?1 AND id > ?2 ORDER BY id LIMIT 1");
+  statements_.visitValues = Prepare(d,
+                                    "SELECT name, type, length(data), CASE WHEN length(data) <= ?2 THEN data END "
+                                    "FROM vals WHERE key = ?1 ORDER BY id");
   for (const RegKey root :
        {RegRoot::ClassesRoot, RegRoot::CurrentUser, RegRoot::LocalMachine, RegRoot::Users, RegRoot::CurrentConfig}) {
     handles_[root] = KeyAccess{static_cast<std::int64_t>(root), 0xFFFFFFFFu, 0, {}, {}};

@@ -48,6 +48,7 @@ class SqliteHive final : public Registry {
   RegStatus EnumKey(RegKey key, std::uint32_t index, Text& name) override;
   RegStatus EnumValue(RegKey key, std::uint32_t index, Text& name, std::uint32_t& type,
                       std::vector<std::uint8_t>& data) override;
+  RegStatus VisitValues(RegKey key, std::uint32_t maxDataBytes, const ValueVisitor& visit) override;
 
   // One BEGIN IMMEDIATE transaction; nested calls count. While a batch could not start (the
   // hive stayed busy) or was lost, writes fail with the reason instead of landing alone.
@@ -78,7 +79,8 @@ class SqliteHive final : public Registry {
   };
   struct Statements {
     SqliteStatement findChild, keyExists, lastKeyId, insertKey, deleteKey, deleteChildren, deleteValues;
-    SqliteStatement enumKey, enumKeyAfter, queryValue, setValue, deleteValue, enumValue, enumValueAfter;
+    SqliteStatement enumKey, enumKeyAfter, queryValue, setValue, deleteValue, enumValue, enumValueAfter,
+        visitValues;
     SqliteStatement valueId;
     std::array<SqliteStatement, 9> findPath;  // by depth, from 2
   };

@@ -160,4 +160,24 @@ RegStatus SqliteHive::EnumValue(RegKey key, std::uint32_t index, Text& name, std
   return RegError::Success;
 }
 
+// One statement steps through the key's values: a reader of many values pays one query.
+RegStatus SqliteHive::VisitValues(RegKey key, std::uint32_t maxDataBytes, const ValueVisitor& visit) {
+  const KeyAccess* target = Lookup(key);
+  if (target == nullptr) return RegError::InvalidHandle;
+  if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
+  StatementRun run(statements_.visitValues);
+  run.Bind(1, target->id).Bind(2, maxDataBytes);
+  int rc;
+  bool any = false;
+  while ((rc = run.Step()) == SQLITE_ROW) {
+    any = true;
+    const Text name = run.TextColumn(0);
+    const auto size = static_cast<std::uint32_t>(run.Int(2));
+    const std::span<const std::uint8_t> data = run.Blob(3);
+    visit({name, static_cast<std::uint32_t>(run.Int(1)), size, size <= maxDataBytes ? data.data() : nullptr});
+  }
+  if (rc != SQLITE_DONE) return StatusFromSqlite(rc);
+  return any ? RegError::Success : UnlessDeleted(target->id, RegError::Success);
+}
+
 }  // namespace nv

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "common/Error.h"
+#include "store/KeyValueSnapshot.h"
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
 #include "store/ValueBytes.h"
@@ -38,6 +39,8 @@ TEST_F(RegistryOperations, ReadFollowsTheReaderRules) {
       {"binary is empty", RegType::Binary, {1, 2, 3}, Variant()},
       {"number", RegType::Dword, {5, 0, 0, 0}, Variant::FromLong(5)},
       {"number with the top bit", RegType::Dword, {0xFF, 0xFF, 0xFF, 0xFF}, Variant::FromLong(-1)},
+      {"short number", RegType::Dword, {7, 1}, Variant::FromLong(263)},
+      {"number of eight bytes does not fit", RegType::Dword, {1, 0, 0, 0, 0, 0, 0, 0}, Variant::FromText(u"")},
       {"zero-size value", RegType::None, {}, Variant::FromText(u"")},
       {"zero-size text", RegType::Sz, {}, Variant::FromText(u"")},
   };
@@ -46,6 +49,13 @@ TEST_F(RegistryOperations, ReadFollowsTheReaderRules) {
     PutRaw(Reg(), kTask, u"V", c.type, c.data);
     EXPECT_EQ(ReadRegistryValue(u"T", u"V"), c.expected);
     EXPECT_EQ(ReadRegistryValue(u"t", u"v"), c.expected) << "names are not case-sensitive";
+    // A loader's one enumeration gives the same answers.
+    RegKey key = 0;
+    ASSERT_TRUE(OpenRegistryKey(u"T", RegAccess::QueryValue, key));
+    const KeyValueSnapshot snapshot(Reg(), key);
+    EXPECT_EQ(snapshot.Read(u"v"), c.expected);
+    EXPECT_EQ(snapshot.Read(u"Missing"), Variant::FromText(u""));
+    CloseRegistryKey(key);
   }
   EXPECT_EQ(ReadRegistryValue(u"T", u"Missing"), Variant::FromText(u""));
   EXPECT_EQ(ReadRegistryValue(u"Nowhere", u"V"), Variant::FromText(u""));

@@ -7,6 +7,7 @@
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
 #include "store/TaskStore.h"
+#include "store/ValueBytes.h"
 #include "tests/support/TestRegistry.h"
 
 namespace nv::test {
@@ -97,6 +98,31 @@ TEST_F(TaskStore, ConversionFailuresAreRaised) {
       EXPECT_EQ(e.Number(), c.error);
     }
   }
+}
+
+// The load reads the key in one pass, yet converts in the reader's order: of several bad
+// values the first in that order fails, and names match whatever their case.
+TEST_F(TaskStore, LoadConvertsInTheReadersOrder) {
+  PutText(Reg(), kTask, u"FIELDS.COUNT", u"many");  // written first, converted last
+  PutText(Reg(), kTask, u"trim", u"yes");
+  PutText(Reg(), kTask, u"fonction", u"70000");
+  try {
+    Load();
+    ADD_FAILURE() << "no error";
+  } catch (const RuntimeError& e) {
+    EXPECT_EQ(e.Number(), ErrorNumber::Overflow);  // Fonction's, before Trim's and the count's
+  }
+  PutText(Reg(), kTask, u"fonction", u"1");
+  PutText(Reg(), kTask, u"trim", u"-1");
+  PutDword(Reg(), kTask, u"fields.count", 1);
+  PutText(Reg(), kTask, u"FIELDS(1).START", u"2");
+  PutText(Reg(), kTask, u"fields(1).showsep", u"True");
+  PutRaw(Reg(), kTask, u"Fields(1).End", RegType::ExpandSz, BytesFromText(u"%E%"));  // reads as empty
+  const TaskDefinition d = Load();
+  EXPECT_EQ(d.Fonction, 1);
+  EXPECT_EQ(d.Trim, -1);
+  ASSERT_EQ(d.Fields.size(), 1u);
+  EXPECT_EQ(d.Fields[0], (TaskField{u"", u"2", u"", u"True"}));
 }
 
 TEST_F(TaskStore, StatusIsANumber) {
