@@ -16,6 +16,8 @@ sizes=("$@")
 [ ${#sizes[@]} -eq 0 ] && sizes=(1 16 64 256)
 
 bash "$root/tools/ensure-packages.sh" mawk time python3
+# Debian's own interpreter, not one a version manager puts first on the PATH behind a shim.
+python=/usr/bin/python3
 [ -x "$nvhost" ] || { echo "no nvhost at $nvhost: build the native preset first" >&2; exit 1; }
 
 work=$(mktemp -d)
@@ -65,7 +67,7 @@ END { for (i = NR - 99; i <= NR; i++) printf "%s%s", (i > NR - 99 ? "\r\n" : "")
 EOF
 
 make_log() {  # SIZE_MIB FILE: CRLF lines of about 70 bytes, ending with CRLF
-  python3 - "$1" "$2" <<'EOF'
+  "$python" - "$1" "$2" <<'EOF'
 import sys
 target = int(sys.argv[1]) << 20
 levels = ('INFO ', 'WARN ', 'DEBUG', 'ERROR')
@@ -79,23 +81,35 @@ open(sys.argv[2], 'w', newline='').write(''.join(parts))
 EOF
 }
 
-# Prints "seconds peak_kib" of the command: the wall time at microseconds (time's own %e
-# has only hundredths) and the peak resident size from /usr/bin/time, the fastest of three
-# runs (the machine may be shared; the slower runs measure the neighbours).
+# Measures one run: the wall time and the user + system time at microseconds (from the
+# children's resource usage: /usr/bin/time's own %e, %U and %S have only hundredths), the
+# peak resident size from /usr/bin/time.
+cat >"$work/measure.py" <<'EOF'
+import resource, subprocess, sys, time
+def cpu():  # of the children reaped so far, those of the programs exec'd before this one too
+    usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return usage.ru_utime + usage.ru_stime
+before = cpu()
+begin = time.perf_counter()
+subprocess.run(sys.argv[2:], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
+wall = time.perf_counter() - begin
+print('%.4f %.4f %s' % (wall, cpu() - before, open(sys.argv[1]).read().split()[0]))
+EOF
+
+# Prints "seconds cpu_seconds peak_kib" of the command, the fastest of three runs (on a
+# shared machine the slower runs measure the neighbours).
 timed() {
-  local best=
+  local best= run
   for _ in 1 2 3; do
-    local begin=$EPOCHREALTIME
-    /usr/bin/time -f '%M' -o "$work/time" "$@" >/dev/null 2>&1
-    local end=$EPOCHREALTIME
-    best=$(awk -v b="$begin" -v e="$end" -v best="$best" -v kib="$(cat "$work/time")" \
-      'BEGIN { s = e - b; if (best == "" || s < best + 0) printf "%.4f %d", s, kib; else print best }')
+    run=$("$python" "$work/measure.py" "$work/time" /usr/bin/time -f '%M' -o "$work/time" "$@")
+    best=$(awk -v run="$run" -v best="$best" 'BEGIN {
+      split(run, r, " "); split(best, b, " "); print (best == "" || r[1] + 0 < b[1] + 0) ? run : best }')
   done
   echo "$best"
 }
 
-printf '%6s %6s | %9s %9s %9s | %9s %9s | %9s %8s | %11s\n' MiB lines nvhost python3 mawk 'py/nv' 'nv/mawk' \
-  'peak MiB' 'peak/var' 'nv ms/MiB'
+printf '%5s %7s | %-22s %-22s %-22s | %13s %13s | %8s %8s | %9s\n' MiB lines 'nvhost wall (cpu)' \
+  'python3 wall (cpu)' 'mawk wall (cpu)' 'py/nv wall' 'nv/mawk wall' 'peak MiB' 'peak/var' 'nv ms/MiB'
 for mib in "${sizes[@]}"; do
   log="$work/log-$mib.txt" hive="$work/hive-$mib.db"
   make_log "$mib" "$log"
@@ -105,7 +119,7 @@ for mib in "${sizes[@]}"; do
 
   # Same answers from all three before anything is timed.
   "$nvhost" --hive "$hive" run Logs Cut --report "$work/report" >/dev/null
-  python3 "$work/job.py" "$log" "$work/py-"
+  "$python" "$work/job.py" "$log" "$work/py-"
   mawk -v out="$work/awk-" -f "$work/job.awk" "$log"
   for v in First Last100 Middle; do
     "$nvhost" --hive "$hive" var get Logs "$v" | head -c -1 >"$work/nv-$v"
@@ -113,12 +127,13 @@ for mib in "${sizes[@]}"; do
       { echo "the three programs disagree on $v at $mib MiB" >&2; exit 1; }
   done
 
-  read -r nv_s nv_kib < <(timed "$nvhost" --hive "$hive" run Logs Cut --report "$work/report")
-  read -r py_s _ < <(timed python3 "$work/job.py" "$log" "$work/py-")
-  read -r awk_s _ < <(timed mawk -v out="$work/awk-" -f "$work/job.awk" "$log")
-  units=$(python3 -c "import sys; print(len(open(sys.argv[1], newline='').read().encode('utf-16-le')) // 2)" "$log")
-  awk -v mib="$mib" -v lines="$lines" -v nv="$nv_s" -v py="$py_s" -v aw="$awk_s" -v kib="$nv_kib" -v units="$units" \
-    'BEGIN { printf "%6d %6d | %8.3fs %8.3fs %8.3fs | %8.2fx %8.2fx | %9.1f %7.2fx | %11.2f\n",
-             mib, lines, nv, py, aw, py / nv, nv / aw, kib / 1024, kib * 1024 / (units * 2), nv * 1000 / mib }'
+  read -r nv_s nv_cpu nv_kib < <(timed "$nvhost" --hive "$hive" run Logs Cut --report "$work/report")
+  read -r py_s py_cpu _ < <(timed "$python" "$work/job.py" "$log" "$work/py-")
+  read -r awk_s awk_cpu _ < <(timed mawk -v out="$work/awk-" -f "$work/job.awk" "$log")
+  var_bytes=$(($(wc -c <"$log") * 2))  # the log is ASCII: two bytes a unit in UTF-16
+  awk -v mib="$mib" -v lines="$lines" -v nv="$nv_s" -v py="$py_s" -v aw="$awk_s" -v nvc="$nv_cpu" -v pyc="$py_cpu" \
+    -v awc="$awk_cpu" -v kib="$nv_kib" -v bytes="$var_bytes" 'BEGIN {
+      printf "%5d %7d | %8.3fs (%6.3fs)     %8.3fs (%6.3fs)     %8.3fs (%6.3fs)     | %12.2fx %12.2fx | %8.1f %7.2fx | %9.2f\n",
+        mib, lines, nv, nvc, py, pyc, aw, awc, py / nv, nv / aw, kib / 1024, kib * 1024 / bytes, nv * 1000 / mib }'
   rm -f "$log" "$hive" "$hive"-*
 done
