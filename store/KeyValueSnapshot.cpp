@@ -1,31 +1,47 @@
 #include "store/KeyValueSnapshot.h"
 
-#include <unordered_set>
-
 #include "common/CaseMapping.h"
 #include "store/RegistryOperations.h"
 
 namespace nv {
+namespace {
 
-KeyValueSnapshot::KeyValueSnapshot(Registry& registry, RegKey key) : registry_(registry), key_(key) {
-  std::unordered_set<Text> ambiguous;
-  const RegStatus status = registry.VisitValues(key, kTextBufferBytes, [&](const VisitedValue& value) {
-    Text folded = UpperCase(value.name);
-    if (ambiguous.contains(folded)) return;
-    if (values_.contains(folded)) {
-      values_.erase(folded);
-      ambiguous.insert(std::move(folded));
-      return;
-    }
-    values_.emplace(std::move(folded), ValueAsRead(value.type, value.size, value.data));
-  });
-  // A pass cut short leaves nothing trusted: every read then asks the registry.
-  if (status != RegError::Success) values_.clear();
+bool SameName(TextView folded, TextView name) noexcept {
+  if (folded.size() != name.size()) return false;
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    if (UpperChar(name[i]) != folded[i]) return false;
+  }
+  return true;
 }
 
-Variant KeyValueSnapshot::Read(TextView name) const {
-  const auto found = values_.find(UpperCase(name));
-  if (found != values_.end()) return found->second;
+}  // namespace
+
+KeyValueSnapshot::KeyValueSnapshot(Registry& registry, RegKey key) : registry_(registry), key_(key) {
+  const RegStatus status = registry.VisitValues(key, kTextBufferBytes, [&](const VisitedValue& value) {
+    Entry entry{UpperCase(value.name), ValueAsRead(value.type, value.size, value.data)};
+    const auto [found, added] = index_.try_emplace(entry.folded, entries_.size());
+    if (!added) {
+      entries_[found->second].ambiguous = true;
+      entry.ambiguous = true;
+    }
+    entries_.push_back(std::move(entry));
+  });
+  // A pass cut short leaves nothing trusted: every read then asks the registry.
+  if (status != RegError::Success) {
+    entries_.clear();
+    index_.clear();
+  }
+}
+
+Variant KeyValueSnapshot::Read(TextView name) {
+  if (next_ < entries_.size() && !entries_[next_].ambiguous && SameName(entries_[next_].folded, name)) {
+    return entries_[next_++].value;
+  }
+  const auto found = index_.find(UpperCase(name));
+  if (found != index_.end() && !entries_[found->second].ambiguous) {
+    next_ = found->second + 1;
+    return entries_[found->second].value;
+  }
   return ReadRegistryValueFromKey(registry_, key_, name);
 }
 

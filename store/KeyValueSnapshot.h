@@ -1,7 +1,9 @@
 #pragma once
 // Every value of one open key, read in one enumeration and kept as the store's reader gives
 // it: a loader that asks for many values pays one pass instead of one query each.
+#include <cstddef>
 #include <unordered_map>
+#include <vector>
 
 #include "common/Text.h"
 #include "common/Variant.h"
@@ -17,12 +19,22 @@ class KeyValueSnapshot {
   // ReadRegistryValueFromKey's answer for `name`. A name the enumeration did not give, or
   // gave twice once upper-cased, is asked of the registry itself, whose own comparison of
   // names then decides.
-  Variant Read(TextView name) const;
+  Variant Read(TextView name);
 
  private:
+  struct Entry {
+    Text folded;  // the name upper-cased
+    Variant value;
+    bool ambiguous = false;
+  };
+
   Registry& registry_;
   RegKey key_;
-  std::unordered_map<Text, Variant> values_;  // by upper-cased name
+  std::vector<Entry> entries_;                    // in enumeration order
+  std::unordered_map<Text, std::size_t> index_;   // folded name -> entry
+  // A task is read in the order it was written, which is the enumeration's: the next name
+  // asked for is most often the entry after the last one found, and costs no look-up.
+  std::size_t next_ = 0;
 };
 
 }  // namespace nv

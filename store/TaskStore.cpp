@@ -37,7 +37,7 @@ void LoadTaskDefinition(TextView taskName, TaskDefinition& definition) {
   const ReadingScope reading(registry);  // one consistent state of the task, one lock
   UniqueRegKey key;
   OpenUniqueKey(registry, Module().CurrentRoot, SectionPath(taskName), RegAccess::QueryValue, key);
-  const KeyValueSnapshot values(registry, key.Get());
+  KeyValueSnapshot values(registry, key.Get());
   const auto read = [&](TextView name) { return values.Read(name); };
 
   definition.Comment = ToText(read(u"Comment"));

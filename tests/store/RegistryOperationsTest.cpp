@@ -52,7 +52,7 @@ TEST_F(RegistryOperations, ReadFollowsTheReaderRules) {
     // A loader's one enumeration gives the same answers.
     RegKey key = 0;
     ASSERT_TRUE(OpenRegistryKey(u"T", RegAccess::QueryValue, key));
-    const KeyValueSnapshot snapshot(Reg(), key);
+    KeyValueSnapshot snapshot(Reg(), key);
     EXPECT_EQ(snapshot.Read(u"v"), c.expected);
     EXPECT_EQ(snapshot.Read(u"Missing"), Variant::FromText(u""));
     CloseRegistryKey(key);
