@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "common/LargeBuffer.h"
 #include "store/ValueBytes.h"
 
 namespace nv {
@@ -24,6 +25,8 @@ std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView 
   std::uint8_t* target = nullptr;
   std::vector<std::uint8_t> bytes;
   if constexpr (std::endian::native == std::endian::little) {
+    text.reserve((size + 1) / 2);  // allocated, not yet written
+    AdviseLargeBuffer(text.data(), size);
     text.resize((size + 1) / 2);
     target = reinterpret_cast<std::uint8_t*>(text.data());
   } else {
