@@ -114,7 +114,7 @@ void LintFind(const TaskDefinition& task, const std::optional<Text>& input, cons
   Text maskCopy = *mask;
   std::int16_t start = 0;
   std::int16_t end = 0;
-  std::vector<Text> values;
+  std::vector<TextView> values;
   FindValues(text, maskCopy, *filter, start, end, caseSensitive, task.Trim == 1, values);
   if (values.size() == 1 && placeholders != 1 && values.front().empty()) {
     findings.Warning("the mask does not match the input: the run stores one empty value");
