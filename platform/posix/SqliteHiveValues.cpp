@@ -104,7 +104,7 @@ RegStatus SqliteHive::SetLargeValue(std::int64_t keyId, TextView name, std::uint
   {  // closed before the commit, which it would otherwise hold up
     sqlite3_blob* raw = nullptr;
     rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", id, 1, &raw);
-    const std::unique_ptr<sqlite3_blob, int (*)(sqlite3_blob*)> blob(raw, sqlite3_blob_close);
+    const SqliteBlob blob(raw);
     for (std::uint32_t at = 0; rc == SQLITE_OK && at < size; at += kBlobPiece) {
       const std::uint32_t piece = std::min(kBlobPiece, size - at);
       rc = sqlite3_blob_write(blob.get(), data + at, static_cast<int>(piece), static_cast<int>(at));

@@ -47,7 +47,8 @@ mkdir "$work/h"
 
 # --- Damaged index pages: refused, checked in full on demand, recovered ----------------------
 cp "$work/h/good.db" "$work/h/index.db"
-page=$(od -An -tu1 -j16 -N2 "$work/h/index.db" | awk '{print $1 * 256 + $2}')
+# The header's page size; 1 stands for 65,536.
+page=$(od -An -tu1 -j16 -N2 "$work/h/index.db" | awk '{ size = $1 * 256 + $2; print size == 1 ? 65536 : size }')
 pages=$(($(stat -c %s "$work/h/index.db") / page))
 flipped=0
 for ((p = 1; p < pages; p++)); do
