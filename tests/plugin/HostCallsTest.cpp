@@ -43,7 +43,7 @@ class RecordingVariables final : public VariablesService {
     log_.push_back("Get " + ToUtf8(scenario) + " " + ToUtf8(name));
     return inner_->GetVariableValue(scenario, name);
   }
-  void SetVariableValue(const Text& scenario, const Text& name, const Text& value) override {
+  void SetVariableValue(const Text& scenario, const Text& name, TextView value) override {
     log_.push_back("Set " + ToUtf8(scenario) + " " + ToUtf8(name) + " " + ToUtf8(value));
     inner_->SetVariableValue(scenario, name, value);
   }
@@ -115,7 +115,7 @@ class FailingVariables final : public VariablesService {
   void SetRegistryRoot(std::int32_t) override {}
   void SetRegistrySubKey(const Text&) override {}
   Variant GetVariableValue(const Text&, const Text&) override { return Variant::FromText(u""); }
-  void SetVariableValue(const Text&, const Text&, const Text&) override { fail_(); }
+  void SetVariableValue(const Text&, const Text&, TextView) override { fail_(); }
 
  private:
   std::function<void()> fail_;
