@@ -12,6 +12,7 @@
 #include "store/TaskStore.h"
 #include "tests/com/PluginFixture.h"
 #include "tests/windialog/DialogSession.h"
+#include "tests/windialog/ScreenState.h"
 
 namespace nv::uitest {
 namespace {
@@ -102,29 +103,12 @@ TEST_F(ComDialog, CancelledNothingIsStored) {
 
 // The task dialog that process `processId` shows; null when none came in time.
 HWND WaitForDialogOf(DWORD processId) {
-  struct Search {
-    DWORD processId;
-    HWND found;
-  } search{processId, nullptr};
-  for (int tries = 0; tries < 1000 && search.found == nullptr; ++tries) {
-    EnumWindows(
-        [](HWND window, LPARAM data) CALLBACK -> BOOL {
-          auto* s = reinterpret_cast<Search*>(data);
-          wchar_t name[32] = {};
-          GetClassNameW(window, name, 32);
-          DWORD owner = 0;
-          GetWindowThreadProcessId(window, &owner);
-          if (owner != s->processId || std::wstring(name) != win::TaskDialogWindow::kClassName ||
-              !IsWindowVisible(window)) {
-            return TRUE;
-          }
-          s->found = window;
-          return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    if (search.found == nullptr) Sleep(20);
+  HWND found = nullptr;
+  for (int tries = 0; tries < 1000 && found == nullptr; ++tries) {
+    found = uitest::VisibleWindowOf(processId, win::TaskDialogWindow::kClassName);
+    if (found == nullptr) Sleep(20);
   }
-  return search.found;
+  return found;
 }
 
 // nvhost.exe edit without a button option opens the dialog for the person at the screen,

@@ -13,12 +13,28 @@ namespace {
 
 constexpr DWORD kSettleMs = 5000;
 
-struct TipSearch {
-  DWORD process;
-  HWND found;
-};
-
 }  // namespace
+
+HWND VisibleWindowOf(DWORD process, const std::wstring& className) {
+  struct Search {
+    DWORD process;
+    const std::wstring& className;
+    HWND found;
+  } search{process, className, nullptr};
+  EnumWindows(
+      [](HWND window, LPARAM data) CALLBACK -> BOOL {
+        auto* s = reinterpret_cast<Search*>(data);
+        wchar_t name[64] = {};
+        GetClassNameW(window, name, 64);
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner != s->process || s->className != name || !IsWindowVisible(window)) return TRUE;
+        s->found = window;
+        return FALSE;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
 
 bool Eventually(const std::function<bool()>& holds) {
   for (DWORD waited = 0; waited < kSettleMs; waited += 20) {
@@ -81,21 +97,10 @@ POINT ScreenState::GridCurrent(int gridId) const {
 }
 
 std::wstring ScreenState::Tip() const {
-  TipSearch search{0, nullptr};
-  GetWindowThreadProcessId(dialog_, &search.process);
-  EnumWindows(
-      [](HWND window, LPARAM data) CALLBACK -> BOOL {
-        auto* s = reinterpret_cast<TipSearch*>(data);
-        wchar_t name[16] = {};
-        GetClassNameW(window, name, 16);
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        if (process != s->process || std::wstring(name) != win::TipWindow::kClassName || !IsWindowVisible(window)) return TRUE;
-        s->found = window;
-        return FALSE;
-      },
-      reinterpret_cast<LPARAM>(&search));
-  return search.found ? Text(search.found) : std::wstring();
+  DWORD process = 0;
+  GetWindowThreadProcessId(dialog_, &process);
+  const HWND tip = VisibleWindowOf(process, win::TipWindow::kClassName);
+  return tip ? Text(tip) : std::wstring();
 }
 
 HWND ScreenState::ShownMessageBox() const {

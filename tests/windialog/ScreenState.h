@@ -12,6 +12,9 @@ namespace nv::uitest {
 // True once `holds` is, within a few seconds.
 bool Eventually(const std::function<bool()>& holds);
 
+// A visible top-level window of this class that `process` shows; null when there is none.
+HWND VisibleWindowOf(DWORD process, const std::wstring& className);
+
 class ScreenState {
  public:
   explicit ScreenState(HWND dialog);
