@@ -1,5 +1,6 @@
 #include "host/StoredValue.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <vector>
@@ -9,35 +10,53 @@
 
 namespace nv {
 
+namespace {
+
+// A REG_DWORD as its number, anything else as UTF-16LE text. The text's buffer is sized once
+// and each piece copied into it while the piece is still in the processor's cache.
+class StoredValueSink final : public ValueSink {
+ public:
+  void Begin(std::uint32_t type, std::uint32_t size) override {
+    isNumber_ = type == RegType::Dword && size == 4;
+    if (isNumber_) return;
+    text_.reserve(size / 2);
+    AdviseLargeBuffer(text_.data(), size);
+  }
+  void Append(const std::uint8_t* data, std::uint32_t size) override {
+    if (isNumber_) {
+      std::memcpy(reinterpret_cast<std::uint8_t*>(&number_) + filled_, data, std::min<std::size_t>(size, 4 - filled_));
+      filled_ += std::min<std::size_t>(size, 4 - filled_);
+      return;
+    }
+    const std::size_t units = size / 2;  // an odd last byte is no unit
+    if constexpr (std::endian::native == std::endian::little) {
+      const std::size_t at = text_.size();
+      text_.resize(at + units);
+      std::memcpy(text_.data() + at, data, units * 2);
+    } else {
+      text_ += TextFromBytes(data, static_cast<std::uint32_t>(units * 2), 0);
+    }
+  }
+
+  Variant Take() && {
+    if (isNumber_) return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number_)));
+    if (!text_.empty() && text_.back() == u'\0') text_.pop_back();
+    return Variant::FromText(std::move(text_));
+  }
+
+ private:
+  bool isNumber_ = false;
+  std::uint32_t number_ = 0;
+  std::size_t filled_ = 0;
+  Text text_;
+};
+
+}  // namespace
+
 std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView name) {
-  std::uint32_t type = 0;
-  std::uint32_t size = 0;
-  if (registry.QueryValue(key, name, &type, nullptr, &size) != RegError::Success) return std::nullopt;
-  if (type == RegType::Dword && size == 4) {
-    std::uint32_t number = 0;
-    if (registry.QueryValue(key, name, &type, reinterpret_cast<std::uint8_t*>(&number), &size) != RegError::Success)
-      return std::nullopt;
-    return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number)));
-  }
-  // A variable may hold many MiB: on a little-endian machine its bytes go from the registry
-  // straight into the text's own buffer, with no copy in between.
-  Text text;
-  std::uint8_t* target = nullptr;
-  std::vector<std::uint8_t> bytes;
-  if constexpr (std::endian::native == std::endian::little) {
-    text.reserve((size + 1) / 2);  // allocated, not yet written
-    AdviseLargeBuffer(text.data(), size);
-    text.resize((size + 1) / 2);
-    target = reinterpret_cast<std::uint8_t*>(text.data());
-  } else {
-    bytes.resize(size);
-    target = bytes.data();
-  }
-  if (registry.QueryValue(key, name, &type, target, &size) != RegError::Success) return std::nullopt;
-  if constexpr (std::endian::native != std::endian::little) text = TextFromBytes(bytes.data(), size, 0);
-  text.resize(size / 2);  // a value may have shrunk between the two queries
-  if (!text.empty() && text.back() == u'\0') text.pop_back();
-  return Variant::FromText(std::move(text));
+  StoredValueSink sink;
+  if (registry.ReadValue(key, name, sink) != RegError::Success) return std::nullopt;
+  return std::move(sink).Take();
 }
 
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value) {

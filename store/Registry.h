@@ -82,6 +82,17 @@ struct VisitedValue {
 };
 using ValueVisitor = std::function<void(const VisitedValue&)>;
 
+// Takes one value read by Registry::ReadValue: Begin once with its type and whole size, then
+// its bytes in order, in pieces of even size (but perhaps the last).
+class ValueSink {
+ public:
+  virtual void Begin(std::uint32_t type, std::uint32_t size) = 0;
+  virtual void Append(const std::uint8_t* data, std::uint32_t size) = 0;
+
+ protected:
+  ~ValueSink() = default;
+};
+
 class Registry {
  public:
   virtual ~Registry() = default;
@@ -124,6 +135,11 @@ class Registry {
       visit({name, type, size, size <= maxDataBytes ? data.data() : nullptr});
     }
   }
+
+  // One value, as QueryValue gives it, into `sink`: a value of many MiB then goes from where
+  // it is kept into the caller's storage in one copy, with no buffer of its size in between
+  // (none to fill first, either). This one reads it whole with QueryValue.
+  virtual RegStatus ReadValue(RegKey key, TextView name, ValueSink& sink);
 
   // A batch of writes lands whole or not at all where the backend can promise it (the
   // hive); elsewhere these do nothing.

@@ -49,6 +49,7 @@ class SqliteHive final : public Registry {
   RegStatus EnumValue(RegKey key, std::uint32_t index, Text& name, std::uint32_t& type,
                       std::vector<std::uint8_t>& data) override;
   RegStatus VisitValues(RegKey key, std::uint32_t maxDataBytes, const ValueVisitor& visit) override;
+  RegStatus ReadValue(RegKey key, TextView name, ValueSink& sink) override;
 
   // One BEGIN IMMEDIATE transaction; nested calls count. While a batch could not start (the
   // hive stayed busy) or was lost, writes fail with the reason instead of landing alone.
@@ -90,6 +91,10 @@ class SqliteHive final : public Registry {
   // own first.
   static constexpr std::uint32_t kInlineValueBytes = 64 * 1024;
   RegStatus ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std::uint32_t size);
+  // A large value given to a sink in pieces of this size: small enough to stay in the
+  // processor's cache between the read and the sink's copy.
+  static constexpr std::uint32_t kSinkPieceBytes = 256 * 1024;
+  RegStatus ReadLargeValue(std::int64_t rowId, std::uint32_t size, ValueSink& sink);
 
   // The handle's key, or null: InvalidHandle.
   KeyAccess* Lookup(RegKey handle);
@@ -131,6 +136,7 @@ class SqliteHive final : public Registry {
   // Scratch space reused by every lookup.
   std::vector<TextView> names_;
   std::vector<std::uint8_t> folded_;
+  std::vector<std::uint8_t> piece_;
   std::vector<std::vector<std::uint8_t>> foldedPath_;
 };
 

@@ -59,6 +59,40 @@ RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std
   return StatusFromSqlite(rc);
 }
 
+RegStatus SqliteHive::ReadValue(RegKey key, TextView name, ValueSink& sink) {
+  const KeyAccess* target = Lookup(key);
+  if (target == nullptr) return RegError::InvalidHandle;
+  if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
+  FoldName(name, folded_);
+  StatementRun run(statements_.queryValue);
+  const int rc = run.Bind(1, target->id).BindBlob(2, folded_).Step();
+  if (rc == SQLITE_DONE) return UnlessDeleted(target->id, RegError::FileNotFound);
+  if (rc != SQLITE_ROW) return StatusFromSqlite(rc);
+  const auto size = static_cast<std::uint32_t>(run.Int(1));
+  sink.Begin(static_cast<std::uint32_t>(run.Int(0)), size);
+  if (size <= kInlineValueBytes) {
+    sink.Append(run.Blob(3).data(), size);
+    return RegError::Success;
+  }
+  return ReadLargeValue(run.Int(2), size, sink);
+}
+
+RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, ValueSink& sink) {
+  sqlite3_blob* raw = nullptr;
+  int rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", rowId, 0, &raw);
+  const SqliteBlob blob(raw);
+  if (rc != SQLITE_OK) return StatusFromSqlite(rc);
+  if (static_cast<std::uint32_t>(sqlite3_blob_bytes(blob.get())) != size) return RegError::BadDatabase;
+  piece_.resize(kSinkPieceBytes);
+  for (std::uint32_t at = 0; at < size; at += kSinkPieceBytes) {
+    const std::uint32_t piece = std::min(kSinkPieceBytes, size - at);
+    rc = sqlite3_blob_read(blob.get(), piece_.data(), static_cast<int>(piece), static_cast<int>(at));
+    if (rc != SQLITE_OK) return StatusFromSqlite(rc);
+    sink.Append(piece_.data(), piece);
+  }
+  return RegError::Success;
+}
+
 RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
                                std::uint32_t size) {
   const KeyAccess* target = Lookup(key);

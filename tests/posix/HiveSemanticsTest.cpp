@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "common/Utf.h"
+#include "host/StoredValue.h"
 #include "platform/posix/SqliteHive.h"
 #include "store/RegistryKey.h"
 #include "store/ValueBytes.h"
@@ -296,6 +297,71 @@ TEST_F(Hive, LargeValuesReadBackExactlyAndRollBackWithTheirBatch) {
   hive_->AbandonBatch();
   EXPECT_FALSE(GetRaw(*hive_, u"Large", u"w").has_value());
   EXPECT_EQ(ValueNames(*hive_, u"Large"), std::vector<Text>{u"v"});
+}
+
+// Collects what ReadValue gives, and the size of every piece.
+class CollectingSink final : public ValueSink {
+ public:
+  void Begin(std::uint32_t type, std::uint32_t size) override {
+    type_ = type;
+    size_ = size;
+  }
+  void Append(const std::uint8_t* data, std::uint32_t size) override {
+    bytes_.insert(bytes_.end(), data, data + size);
+    pieces_.push_back(size);
+  }
+  std::uint32_t type_ = 0, size_ = 0;
+  Bytes bytes_;
+  std::vector<std::uint32_t> pieces_;
+};
+
+// Read in pieces, a value is what QueryValue gives, around the sizes where the hive changes
+// how it reads (in the row, from its pages, one piece after another), and as the stepping
+// reader of every registry gives it.
+TEST_F(Hive, ReadValueInPiecesGivesTheWholeValue) {
+  const RegKey key = Key(u"Pieces");
+  for (const std::uint32_t size : {0u, 5u, 65536u, 65537u, 262144u, 262145u, 3u * 262144u + 7u}) {
+    SCOPED_TRACE(size);
+    Bytes data(size);
+    for (std::uint32_t i = 0; i < size; ++i) data[i] = static_cast<std::uint8_t>(i * 7 + 3);
+    ASSERT_EQ(Set(key, u"v", data), ok);
+    CollectingSink pieced, whole;
+    ASSERT_EQ(hive_->ReadValue(key, u"V", pieced), ok);
+    ASSERT_EQ(hive_->Registry::ReadValue(key, u"v", whole), ok);
+    for (const CollectingSink* sink : {&pieced, &whole}) {
+      EXPECT_EQ(sink->type_, RegType::Binary);
+      EXPECT_EQ(sink->size_, size);
+      EXPECT_EQ(sink->bytes_, data);
+      for (std::size_t i = 0; i + 1 < sink->pieces_.size(); ++i) EXPECT_EQ(sink->pieces_[i] % 2, 0u);
+    }
+  }
+  CollectingSink none;
+  EXPECT_EQ(hive_->ReadValue(key, u"missing", none), RegError::FileNotFound);
+  EXPECT_EQ(hive_->ReadValue(Key(u"Pieces", RegAccess::SetValue), u"v", none), denied);
+}
+
+// A stored variable reads as its text without the terminator (an odd last byte is no unit),
+// a REG_DWORD as its number, whatever its size.
+TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
+  const RegKey key = Key(u"Stored");
+  const Text big(300000, u'\u00e9');
+  const struct Case {
+    Bytes data;
+    std::uint32_t type;
+    Variant expected;
+  } cases[] = {
+      {BytesFromText(u"abc"), RegType::Sz, Variant::FromText(u"abc")},
+      {BytesFromText(big), RegType::Sz, Variant::FromText(big)},
+      {Bytes{'a', 0, 'b', 0, 'c'}, RegType::Sz, Variant::FromText(u"ab")},
+      {Bytes{}, RegType::Sz, Variant::FromText(u"")},
+      {Bytes{0xFE, 0xFF, 0xFF, 0xFF}, RegType::Dword, Variant::FromLong(-2)},
+      {Bytes{1, 0}, RegType::Dword, Variant::FromText(Text(1, u'\u0001'))},
+  };
+  for (const Case& c : cases) {
+    ASSERT_EQ(Set(key, u"v", c.data, c.type), ok);
+    EXPECT_EQ(ReadStoredValue(*hive_, key, u"v"), c.expected) << c.data.size();
+  }
+  EXPECT_EQ(ReadStoredValue(*hive_, key, u"missing"), std::nullopt);
 }
 
 }  // namespace
