@@ -42,6 +42,12 @@ class WriteWatchingRegistry final : public Registry {
                       std::vector<std::uint8_t>& data) override {
     return inner_.EnumValue(key, index, name, type, data);
   }
+  RegStatus VisitValues(RegKey key, std::uint32_t maxDataBytes, const ValueVisitor& visit) override {
+    return inner_.VisitValues(key, maxDataBytes, visit);
+  }
+  RegStatus ReadValue(RegKey key, TextView name, ValueSink& sink) override {
+    return inner_.ReadValue(key, name, sink);
+  }
   void BeginBatch() override { inner_.BeginBatch(); }
   void CommitBatch() override { inner_.CommitBatch(); }
   void AbandonBatch() override { inner_.AbandonBatch(); }
