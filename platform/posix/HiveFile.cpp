@@ -303,13 +303,24 @@ HiveConnection OpenHiveDatabase(const std::string& path) {
     return reading;
   }
   if (!exists && !blocker.empty()) Fail(path, "cannot be created: " + blocker);
+  SqliteDb db;
   if (exists) {
     std::error_code error;
     if (std::filesystem::file_size(path, error) > 0) {
       const bool walBefore = Exists(path + "-wal"), shmBefore = Exists(path + "-shm");
       try {
-        ready = IsExistingHive(Connect(path, SQLITE_OPEN_READONLY, path).get(), path);
+        // The connection that checks the file is the one that goes on to use it: the pages
+        // the check has mapped are not mapped again. Only a file with a journal left behind
+        // is checked read-only first, since a connection that may write would play that
+        // journal back into a file that may not be ours.
+        if (Exists(path + "-journal")) {
+          ready = IsExistingHive(Connect(path, SQLITE_OPEN_READONLY, path).get(), path);
+        } else {
+          db = Connect(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, path);
+          ready = IsExistingHive(db.get(), path);
+        }
       } catch (const Refusal&) {
+        db.reset();
         RemoveMadeSidecars(path, walBefore, shmBefore);
         throw;
       }
@@ -318,7 +329,7 @@ HiveConnection OpenHiveDatabase(const std::string& path) {
     CreateParentFolders(path);
   }
 
-  SqliteDb db = Connect(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, path);
+  if (!db) db = Connect(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, path);
   // A rollback journal while the tables are created: a process that looks at the same new
   // file meanwhile sees either no tables or all of them.
   if (!ready) Initialise(db.get(), path);
@@ -326,6 +337,8 @@ HiveConnection OpenHiveDatabase(const std::string& path) {
   // In WAL mode NORMAL loses no committed write when a process dies, only on power loss.
   if (Execute(db.get(), "PRAGMA synchronous = NORMAL; PRAGMA foreign_keys = ON") != SQLITE_OK)
     Fail(path, "cannot be configured: " + Detail(db.get()));
+  // A large value is then copied from the file's pages in place, with no system call each.
+  Execute(db.get(), kMapWholeFilePragma);
   return {std::move(db), {}};
 }
 
