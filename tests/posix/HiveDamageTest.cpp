@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <stdexcept>
@@ -103,6 +105,19 @@ TEST(HiveDamage, DamagedHivesAndOddFilesAreRefusedUntouched) {
   WriteBytes(folder.File("foreign.db"), "");
   RunSql(folder.File("foreign.db"), "PRAGMA journal_mode = WAL; CREATE TABLE t(x); INSERT INTO t VALUES(1)");
   ExpectRefused(folder.File("foreign.db"), "is not an nvextch hive");
+
+  // A foreign database whose writer died mid-transaction: its journal is not played back.
+  WriteBytes(folder.File("journal.db"), "");
+  RunSql(folder.File("journal.db"), "CREATE TABLE t(x); INSERT INTO t VALUES(zeroblob(100000))");
+  if (::fork() == 0) {
+    sqlite3* db = nullptr;
+    sqlite3_open(folder.File("journal.db").c_str(), &db);
+    sqlite3_exec(db, "PRAGMA cache_size = 1; BEGIN; UPDATE t SET x = zeroblob(200000)", nullptr, nullptr, nullptr);
+    ::_exit(0);  // with its changes spilled into the file and its journal left behind
+  }
+  ::wait(nullptr);
+  ASSERT_TRUE(std::filesystem::exists(folder.File("journal.db-journal")));
+  ExpectRefused(folder.File("journal.db"), "journal.db");
 
   ASSERT_EQ(::mkfifo(folder.File("fifo").c_str(), 0600), 0);
   ExpectRefused(folder.File("fifo"), "a FIFO");
