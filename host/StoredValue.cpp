@@ -19,7 +19,7 @@ class StoredValueSink final : public ValueSink {
   void Begin(std::uint32_t type, std::uint32_t size) override {
     isNumber_ = type == RegType::Dword && size == 4;
     if (isNumber_) return;
-    text_.reserve(size / 2);
+    text_.reserve(LargeBufferCapacity(size / 2 + 1, sizeof(char16_t)) - 1);  // its terminator too
     AdviseLargeBuffer(text_.data(), size);
   }
   void Append(const std::uint8_t* data, std::uint32_t size) override {

@@ -1,19 +1,47 @@
 #include "common/LargeBuffer.h"
 
+#include <linux/mman.h>  // MADV_COLLAPSE, which the C library does not name yet
 #include <sys/mman.h>
 
 #include <cstdint>
 
 namespace nv {
+namespace {
+
+constexpr std::size_t kHugePage = std::size_t{2} << 20;
+// From this size on the C library maps a block of its own for an allocation, and the
+// system places a mapping of whole huge pages on a huge-page boundary.
+constexpr std::size_t kLargeBuffer = std::size_t{1} << 20;
+// What the C library adds to an allocation it maps: its block header, rounded up.
+constexpr std::size_t kAllocationOverhead = 32;
+
+}  // namespace
+
+std::size_t LargeBufferCapacity(std::size_t units, std::size_t unitSize) noexcept {
+  const std::size_t bytes = units * unitSize;
+  if (bytes < kLargeBuffer) return units;
+  const std::size_t mapped = (bytes + kAllocationOverhead + kHugePage - 1) / kHugePage * kHugePage;
+  return (mapped - kAllocationOverhead) / unitSize;
+}
 
 void AdviseLargeBuffer(void* data, std::size_t bytes) noexcept {
 #if defined(MADV_HUGEPAGE)
-  // Only whole huge pages inside the buffer; the advice is a hint, its failure harmless.
-  constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
+  // The advice is a hint, its failure harmless. A large buffer sits in a mapping of its own
+  // (see LargeBufferCapacity): the huge pages at its ends, which hold the block's header and
+  // its unused tail, are asked for too. A smaller one gets only the whole huge pages inside it.
   const auto start = reinterpret_cast<std::uintptr_t>(data);
-  const std::uintptr_t first = (start + kHugePage - 1) & ~(kHugePage - 1);
-  const std::uintptr_t last = (start + bytes) & ~(kHugePage - 1);
+  std::uintptr_t first = (start + kHugePage - 1) & ~(kHugePage - 1);
+  std::uintptr_t last = (start + bytes) & ~(kHugePage - 1);
+  if (bytes >= kLargeBuffer) {
+    first = start & ~(kHugePage - 1);
+    last = (start + bytes + kHugePage - 1) & ~(kHugePage - 1);
+  }
   if (last > first) ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+#if defined(MADV_COLLAPSE)
+  // The C library has already written the block's header into its first page, so that
+  // huge page would be faulted in 4 KiB at a time: made one huge page now instead.
+  if (bytes >= kLargeBuffer) ::madvise(reinterpret_cast<void*>(first), kHugePage, MADV_COLLAPSE);
+#endif
 #else
   (void)data;
   (void)bytes;
