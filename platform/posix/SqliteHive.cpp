@@ -84,8 +84,6 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
        {RegRoot::ClassesRoot, RegRoot::CurrentUser, RegRoot::LocalMachine, RegRoot::Users, RegRoot::CurrentConfig}) {
     handles_[root] = KeyAccess{static_cast<std::int64_t>(root), 0xFFFFFFFFu, 0, {}, {}};
   }
-  for (std::size_t depth = 2; depth < statements_.findPath.size(); ++depth)
-    statements_.findPath[depth] = Prepare(d, FindPathSql(depth));
 }
 
 // The statements go before the connection (declared after it); the close rolls back a batch
@@ -150,8 +148,18 @@ RegStatus SqliteHive::Resolve(std::int64_t& id, std::span<const TextView> names,
     pathCache_.erase(cached);
   }
 
+  // Each join is planned the first time a path of its depth is looked up: most runs use
+  // one or two of them. One that cannot be prepared leaves the walk, name by name.
+  SqliteStatement& findPath = statements_.findPath[names.size()];
+  if (!findPath) {
+    sqlite3_stmt* raw = nullptr;
+    const std::string sql = FindPathSql(names.size());
+    sqlite3_prepare_v3(db_.get(), sql.c_str(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &raw, nullptr);
+    findPath.reset(raw);
+    if (!findPath) return Walk(id, names, found);
+  }
   foldedPath_.resize(names.size());
-  StatementRun run(statements_.findPath[names.size()]);
+  StatementRun run(findPath);
   run.Bind(1, id);
   for (std::size_t i = 0; i < names.size(); ++i) {
     FoldName(names[i], foldedPath_[i]);
