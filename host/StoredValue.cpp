@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <optional>
 #include <vector>
 
 #include "common/LargeBuffer.h"
@@ -20,7 +21,7 @@ class StoredValueSink final : public ValueSink {
     isNumber_ = type == RegType::Dword && size == 4;
     if (isNumber_) return;
     text_.reserve(LargeBufferCapacity(size / 2 + 1, sizeof(char16_t)) - 1);  // its terminator too
-    AdviseLargeBuffer(text_.data(), size);
+    preparation_.emplace(text_.data(), size);
   }
   void Append(const std::uint8_t* data, std::uint32_t size) override {
     if (isNumber_) {
@@ -40,6 +41,7 @@ class StoredValueSink final : public ValueSink {
 
   Variant Take() && {
     if (isNumber_) return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number_)));
+    preparation_.reset();
     if (!text_.empty() && text_.back() == u'\0') text_.pop_back();
     return Variant::FromText(std::move(text_));
   }
@@ -49,6 +51,7 @@ class StoredValueSink final : public ValueSink {
   std::uint32_t number_ = 0;
   std::size_t filled_ = 0;
   Text text_;
+  std::optional<LargeBufferPreparation> preparation_;  // after the text: gone before it
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <sys/mman.h>
 
 #include <cstdint>
+#include <system_error>
 
 namespace nv {
 namespace {
@@ -14,6 +15,8 @@ constexpr std::size_t kHugePage = std::size_t{2} << 20;
 constexpr std::size_t kLargeBuffer = std::size_t{1} << 20;
 // What the C library adds to an allocation it maps: its block header, rounded up.
 constexpr std::size_t kAllocationOverhead = 32;
+// From this size on a buffer's pages are made present by a thread of their own.
+constexpr std::size_t kPopulatedBuffer = std::size_t{8} << 20;
 
 }  // namespace
 
@@ -24,12 +27,12 @@ std::size_t LargeBufferCapacity(std::size_t units, std::size_t unitSize) noexcep
   return (mapped - kAllocationOverhead) / unitSize;
 }
 
-void AdviseLargeBuffer(void* data, std::size_t bytes) noexcept {
-#if defined(MADV_HUGEPAGE)
-  // The advice is a hint, its failure harmless. A large buffer sits in a mapping of its own
-  // (see LargeBufferCapacity): the huge pages at its ends, which hold the block's header and
-  // its unused tail, are asked for too. A smaller one gets only the whole huge pages inside it.
+LargeBufferPreparation::LargeBufferPreparation(void* data, std::size_t bytes) noexcept {
   const auto start = reinterpret_cast<std::uintptr_t>(data);
+#if defined(MADV_HUGEPAGE)
+  // A large buffer sits in a mapping of its own (see LargeBufferCapacity): the huge pages at
+  // its ends, which hold the block's header and its unused tail, are asked for too. A
+  // smaller one gets only the whole huge pages inside it.
   std::uintptr_t first = (start + kHugePage - 1) & ~(kHugePage - 1);
   std::uintptr_t last = (start + bytes) & ~(kHugePage - 1);
   if (bytes >= kLargeBuffer) {
@@ -42,10 +45,22 @@ void AdviseLargeBuffer(void* data, std::size_t bytes) noexcept {
   // huge page would be faulted in 4 KiB at a time: made one huge page now instead.
   if (bytes >= kLargeBuffer) ::madvise(reinterpret_cast<void*>(first), kHugePage, MADV_COLLAPSE);
 #endif
-#else
-  (void)data;
-  (void)bytes;
 #endif
+#if defined(MADV_POPULATE_WRITE)
+  if (bytes < kPopulatedBuffer) return;
+  constexpr std::uintptr_t kPage = 4096;
+  const std::uintptr_t from = (start + kPage - 1) & ~(kPage - 1);
+  const std::uintptr_t to = (start + bytes) & ~(kPage - 1);
+  try {
+    populating_ = std::thread([from, to] { ::madvise(reinterpret_cast<void*>(from), to - from, MADV_POPULATE_WRITE); });
+  } catch (const std::system_error&) {
+    // No thread to spare: the pages come with their first writes, as they would anyway.
+  }
+#endif
+}
+
+LargeBufferPreparation::~LargeBufferPreparation() {
+  if (populating_.joinable()) populating_.join();
 }
 
 }  // namespace nv

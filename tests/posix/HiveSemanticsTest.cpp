@@ -345,6 +345,8 @@ TEST_F(Hive, ReadValueInPiecesGivesTheWholeValue) {
 TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
   const RegKey key = Key(u"Stored");
   const Text big(300000, u'\u00e9');
+  Text huge(9u << 19, u'x');  // 9 MiB: its pages made present beside the read
+  huge.back() = u'y';
   const struct Case {
     Bytes data;
     std::uint32_t type;
@@ -352,6 +354,7 @@ TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
   } cases[] = {
       {BytesFromText(u"abc"), RegType::Sz, Variant::FromText(u"abc")},
       {BytesFromText(big), RegType::Sz, Variant::FromText(big)},
+      {BytesFromText(huge), RegType::ExpandSz, Variant::FromText(huge)},
       {Bytes{'a', 0, 'b', 0, 'c'}, RegType::Sz, Variant::FromText(u"ab")},
       {Bytes{}, RegType::Sz, Variant::FromText(u"")},
       {Bytes{0xFE, 0xFF, 0xFF, 0xFF}, RegType::Dword, Variant::FromLong(-2)},
