@@ -2,7 +2,7 @@
 # The log job, end to end: a log of N MiB (CRLF lines) is stored as a scenario variable and
 # one positional task takes its first line, its last 100 lines and lines 1000-1999 into three
 # variables. `nvhost run` is timed against python3 and mawk doing the same job from the file,
-# each with /usr/bin/time, and the ratios are printed.
+# and the ratios are printed, with each program's peak memory from /usr/bin/time.
 #
 #   bench/log-job.sh [--nvhost PATH] [SIZE_MIB...]      sizes default to 1 16 64 256
 #
@@ -81,9 +81,9 @@ open(sys.argv[2], 'w', newline='').write(''.join(parts))
 EOF
 }
 
-# Measures one run: the wall time and the user + system time at microseconds (from the
-# children's resource usage: /usr/bin/time's own %e, %U and %S have only hundredths), the
-# peak resident size from /usr/bin/time.
+# Measures one run of the program itself: its wall time, and its user + system time at
+# microseconds from the children's resource usage (/usr/bin/time's own %e, %U and %S have
+# only hundredths, and a program run through it would be timed with its start too).
 cat >"$work/measure.py" <<'EOF'
 import resource, subprocess, sys, time
 def cpu():  # of the children reaped so far, those of the programs exec'd before this one too
@@ -91,21 +91,23 @@ def cpu():  # of the children reaped so far, those of the programs exec'd before
     return usage.ru_utime + usage.ru_stime
 before = cpu()
 begin = time.perf_counter()
-subprocess.run(sys.argv[2:], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
+subprocess.run(sys.argv[1:], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
 wall = time.perf_counter() - begin
-print('%.4f %.4f %s' % (wall, cpu() - before, open(sys.argv[1]).read().split()[0]))
+print('%.4f %.4f' % (wall, cpu() - before))
 EOF
 
-# Prints "seconds cpu_seconds peak_kib" of the command, the fastest of five runs (on a
-# shared machine the slower runs measure the neighbours).
+# Prints "seconds cpu_seconds peak_kib" of the command: the fastest of five runs (on a
+# shared machine the slower runs measure the neighbours), and the peak resident size that
+# /usr/bin/time reports for one more.
 timed() {
   local best= run
   for _ in 1 2 3 4 5; do
-    run=$("$python" "$work/measure.py" "$work/time" /usr/bin/time -f '%M' -o "$work/time" "$@")
+    run=$("$python" "$work/measure.py" "$@")
     best=$(awk -v run="$run" -v best="$best" 'BEGIN {
       split(run, r, " "); split(best, b, " "); print (best == "" || r[1] + 0 < b[1] + 0) ? run : best }')
   done
-  echo "$best"
+  /usr/bin/time -f '%M' -o "$work/time" "$@" >/dev/null 2>&1
+  echo "$best $(cat "$work/time")"
 }
 
 # The program's fixed cost (start, hive open and check, commit): the same job over the
@@ -114,11 +116,9 @@ make_log 1 "$work/log-1.txt"
 head -n 2100 "$work/log-1.txt" >"$work/short.txt"
 "$nvhost" --hive "$work/short.db" reg import "$work/task.reg"
 "$nvhost" --hive "$work/short.db" var set Logs Log --file "$work/short.txt"
-read -r fixed_s _ _ < <(timed "$nvhost" --hive "$work/short.db" run Logs Cut --report "$work/report")
-awk -v fixed="$fixed_s" 'BEGIN { printf "nvhost over a log of 2,100 lines (its fixed cost): %.1f ms\n", fixed * 1000 }'
 
-printf '%5s %7s | %-22s %-22s %-22s | %13s %13s | %8s %8s | %9s %11s\n' MiB lines 'nvhost wall (cpu)' \
-  'python3 wall (cpu)' 'mawk wall (cpu)' 'py/nv wall' 'nv/mawk wall' 'peak MiB' 'peak/var' 'nv ms/MiB' 'above fixed'
+printf '%5s %7s | %-22s %-22s %-22s | %13s %13s | %8s %8s | %9s %8s %11s\n' MiB lines 'nvhost wall (cpu)' \
+  'python3 wall (cpu)' 'mawk wall (cpu)' 'py/nv wall' 'nv/mawk wall' 'peak MiB' 'peak/var' 'nv ms/MiB' 'fixed ms' 'above fixed'
 for mib in "${sizes[@]}"; do
   log="$work/log-$mib.txt" hive="$work/hive-$mib.db"
   make_log "$mib" "$log"
@@ -136,14 +136,19 @@ for mib in "${sizes[@]}"; do
       { echo "the three programs disagree on $v at $mib MiB" >&2; exit 1; }
   done
 
+  # The files just made are written out first: the system's writing them back in the
+  # background would be timed with whichever program ran first. The fixed cost is measured
+  # again beside each size, so that both meet the machine in the same state.
+  sync
+  read -r fixed_s _ _ < <(timed "$nvhost" --hive "$work/short.db" run Logs Cut --report "$work/report")
   read -r nv_s nv_cpu nv_kib < <(timed "$nvhost" --hive "$hive" run Logs Cut --report "$work/report")
   read -r py_s py_cpu _ < <(timed "$python" "$work/job.py" "$log" "$work/py-")
   read -r awk_s awk_cpu _ < <(timed mawk -v out="$work/awk-" -f "$work/job.awk" "$log")
   var_bytes=$(($(wc -c <"$log") * 2))  # the log is ASCII: two bytes a unit in UTF-16
   awk -v mib="$mib" -v lines="$lines" -v nv="$nv_s" -v fixed="$fixed_s" -v py="$py_s" -v aw="$awk_s" -v nvc="$nv_cpu" -v pyc="$py_cpu" \
     -v awc="$awk_cpu" -v kib="$nv_kib" -v bytes="$var_bytes" 'BEGIN {
-      printf "%5d %7d | %8.3fs (%6.3fs)     %8.3fs (%6.3fs)     %8.3fs (%6.3fs)     | %12.2fx %12.2fx | %8.1f %7.2fx | %9.2f %11.2f\n",
+      printf "%5d %7d | %8.3fs (%6.3fs)     %8.3fs (%6.3fs)     %8.3fs (%6.3fs)     | %12.2fx %12.2fx | %8.1f %7.2fx | %9.2f %8.1f %11.2f\n",
         mib, lines, nv, nvc, py, pyc, aw, awc, py / nv, nv / aw, kib / 1024, kib * 1024 / bytes, nv * 1000 / mib,
-        (nv - fixed) * 1000 / mib }'
+        fixed * 1000, (nv - fixed) * 1000 / mib }'
   rm -f "$log" "$hive" "$hive"-*
 done
