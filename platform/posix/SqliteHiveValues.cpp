@@ -83,7 +83,7 @@ RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, Val
   const SqliteBlob blob(raw);
   if (rc != SQLITE_OK) return StatusFromSqlite(rc);
   if (static_cast<std::uint32_t>(sqlite3_blob_bytes(blob.get())) != size) return RegError::BadDatabase;
-  piece_.resize(kSinkPieceBytes);
+  piece_.resize(std::min(kSinkPieceBytes, size));
   for (std::uint32_t at = 0; at < size; at += kSinkPieceBytes) {
     const std::uint32_t piece = std::min(kSinkPieceBytes, size - at);
     rc = sqlite3_blob_read(blob.get(), piece_.data(), static_cast<int>(piece), static_cast<int>(at));
