@@ -136,9 +136,9 @@ class Registry {
     }
   }
 
-  // One value, as QueryValue gives it, into `sink`: a value of many MiB then goes from where
-  // it is kept into the caller's storage in one copy, with no buffer of its size in between
-  // (none to fill first, either). This one reads it whole with QueryValue.
+  // One value, as QueryValue gives it, into `sink`: a backend that can reads a value of many
+  // MiB in pieces, so that it reaches the caller's storage with no buffer of its size in
+  // between and none to zero-fill first. This one reads it whole with QueryValue.
   virtual RegStatus ReadValue(RegKey key, TextView name, ValueSink& sink);
 
   // A batch of writes lands whole or not at all where the backend can promise it (the

@@ -30,20 +30,19 @@ std::size_t LargeBufferCapacity(std::size_t units, std::size_t unitSize) noexcep
 LargeBufferPreparation::LargeBufferPreparation(void* data, std::size_t bytes) noexcept {
   const auto start = reinterpret_cast<std::uintptr_t>(data);
 #if defined(MADV_HUGEPAGE)
-  // A large buffer sits in a mapping of its own (see LargeBufferCapacity): the huge pages at
-  // its ends, which hold the block's header and its unused tail, are asked for too. A
-  // smaller one gets only the whole huge pages inside it.
-  std::uintptr_t first = (start + kHugePage - 1) & ~(kHugePage - 1);
-  std::uintptr_t last = (start + bytes) & ~(kHugePage - 1);
-  if (bytes >= kLargeBuffer) {
-    first = start & ~(kHugePage - 1);
-    last = (start + bytes + kHugePage - 1) & ~(kHugePage - 1);
-  }
+  // A large buffer just past the header of a mapping of its own that lies on a huge-page
+  // boundary (see LargeBufferCapacity): the huge pages at its ends, which hold that header
+  // and its unused tail, are asked for too. Any other gets only the whole huge pages inside it.
+  const std::uintptr_t below = start & ~(kHugePage - 1);
+  const bool ownMapping = bytes >= kLargeBuffer && start - below <= kAllocationOverhead;
+  const std::uintptr_t first = ownMapping ? below : (start + kHugePage - 1) & ~(kHugePage - 1);
+  const std::uintptr_t last =
+      ownMapping ? (start + bytes + kHugePage - 1) & ~(kHugePage - 1) : (start + bytes) & ~(kHugePage - 1);
   if (last > first) ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
 #if defined(MADV_COLLAPSE)
   // The C library has already written the block's header into its first page, so that
   // huge page would be faulted in 4 KiB at a time: made one huge page now instead.
-  if (bytes >= kLargeBuffer) ::madvise(reinterpret_cast<void*>(first), kHugePage, MADV_COLLAPSE);
+  if (ownMapping) ::madvise(reinterpret_cast<void*>(first), kHugePage, MADV_COLLAPSE);
 #endif
 #endif
 #if defined(MADV_POPULATE_WRITE)
