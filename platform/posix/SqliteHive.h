@@ -16,6 +16,8 @@
 
 namespace nv {
 
+class StatementRun;
+
 class SqliteHive final : public Registry {
   struct PrivateTag {
     explicit PrivateTag() = default;
@@ -91,6 +93,10 @@ class SqliteHive final : public Registry {
   // own first.
   static constexpr std::uint32_t kInlineValueBytes = 64 * 1024;
   RegStatus ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std::uint32_t size);
+  // Steps `run`, over the value query, to the row of value `name` of `target`.
+  RegStatus StepToValue(const KeyAccess& target, TextView name, StatementRun& run);
+  // Opens the data of value row `rowId` for reading; BadDatabase unless it has `size` bytes.
+  RegStatus OpenValueBlob(std::int64_t rowId, std::uint32_t size, SqliteBlob& blob);
   // A large value given to a sink in pieces of this size: small enough to stay in the
   // processor's cache between the read and the sink's copy.
   static constexpr std::uint32_t kSinkPieceBytes = 256 * 1024;

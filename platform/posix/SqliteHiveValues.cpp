@@ -27,13 +27,10 @@ RegStatus SqliteHive::QueryValue(RegKey key, TextView name, std::uint32_t* type,
   if (target == nullptr) return RegError::InvalidHandle;
   if (data != nullptr && size == nullptr) return RegError::InvalidParameter;
   if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
-  FoldName(name, folded_);
   // The statement gives a small value's bytes; a large one is left in its pages and read
   // below straight into the caller's buffer, inside the statement's read transaction.
   StatementRun run(statements_.queryValue);
-  const int rc = run.Bind(1, target->id).BindBlob(2, folded_).Step();
-  if (rc == SQLITE_DONE) return UnlessDeleted(target->id, RegError::FileNotFound);
-  if (rc != SQLITE_ROW) return StatusFromSqlite(rc);
+  if (const RegStatus status = StepToValue(*target, name, run); status != RegError::Success) return status;
   if (type != nullptr) *type = static_cast<std::uint32_t>(run.Int(0));
   const auto needed = static_cast<std::uint32_t>(run.Int(1));
   if (data != nullptr && *size < needed) {
@@ -49,25 +46,34 @@ RegStatus SqliteHive::QueryValue(RegKey key, TextView name, std::uint32_t* type,
   return ReadLargeValue(run.Int(2), data, needed);
 }
 
-RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std::uint32_t size) {
+RegStatus SqliteHive::StepToValue(const KeyAccess& target, TextView name, StatementRun& run) {
+  FoldName(name, folded_);
+  const int rc = run.Bind(1, target.id).BindBlob(2, folded_).Step();
+  if (rc == SQLITE_DONE) return UnlessDeleted(target.id, RegError::FileNotFound);
+  return rc == SQLITE_ROW ? RegError::Success : StatusFromSqlite(rc);
+}
+
+RegStatus SqliteHive::OpenValueBlob(std::int64_t rowId, std::uint32_t size, SqliteBlob& blob) {
   sqlite3_blob* raw = nullptr;
-  int rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", rowId, 0, &raw);
-  const SqliteBlob blob(raw);
+  const int rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", rowId, 0, &raw);
+  blob.reset(raw);
   if (rc != SQLITE_OK) return StatusFromSqlite(rc);
-  if (static_cast<std::uint32_t>(sqlite3_blob_bytes(blob.get())) != size) return RegError::BadDatabase;
-  rc = sqlite3_blob_read(blob.get(), data, static_cast<int>(size), 0);
-  return StatusFromSqlite(rc);
+  return static_cast<std::uint32_t>(sqlite3_blob_bytes(blob.get())) == size ? RegError::Success
+                                                                           : RegError::BadDatabase;
+}
+
+RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std::uint32_t size) {
+  SqliteBlob blob;
+  if (const RegStatus status = OpenValueBlob(rowId, size, blob); status != RegError::Success) return status;
+  return StatusFromSqlite(sqlite3_blob_read(blob.get(), data, static_cast<int>(size), 0));
 }
 
 RegStatus SqliteHive::ReadValue(RegKey key, TextView name, ValueSink& sink) {
   const KeyAccess* target = Lookup(key);
   if (target == nullptr) return RegError::InvalidHandle;
   if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
-  FoldName(name, folded_);
   StatementRun run(statements_.queryValue);
-  const int rc = run.Bind(1, target->id).BindBlob(2, folded_).Step();
-  if (rc == SQLITE_DONE) return UnlessDeleted(target->id, RegError::FileNotFound);
-  if (rc != SQLITE_ROW) return StatusFromSqlite(rc);
+  if (const RegStatus status = StepToValue(*target, name, run); status != RegError::Success) return status;
   const auto size = static_cast<std::uint32_t>(run.Int(1));
   sink.Begin(static_cast<std::uint32_t>(run.Int(0)), size);
   if (size <= kInlineValueBytes) {
@@ -78,15 +84,12 @@ RegStatus SqliteHive::ReadValue(RegKey key, TextView name, ValueSink& sink) {
 }
 
 RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, ValueSink& sink) {
-  sqlite3_blob* raw = nullptr;
-  int rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", rowId, 0, &raw);
-  const SqliteBlob blob(raw);
-  if (rc != SQLITE_OK) return StatusFromSqlite(rc);
-  if (static_cast<std::uint32_t>(sqlite3_blob_bytes(blob.get())) != size) return RegError::BadDatabase;
+  SqliteBlob blob;
+  if (const RegStatus status = OpenValueBlob(rowId, size, blob); status != RegError::Success) return status;
   piece_.resize(std::min(kSinkPieceBytes, size));
   for (std::uint32_t at = 0; at < size; at += kSinkPieceBytes) {
     const std::uint32_t piece = std::min(kSinkPieceBytes, size - at);
-    rc = sqlite3_blob_read(blob.get(), piece_.data(), static_cast<int>(piece), static_cast<int>(at));
+    const int rc = sqlite3_blob_read(blob.get(), piece_.data(), static_cast<int>(piece), static_cast<int>(at));
     if (rc != SQLITE_OK) return StatusFromSqlite(rc);
     sink.Append(piece_.data(), piece);
   }
