@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <vector>
@@ -31,9 +32,15 @@ class StoredValueSink final : public ValueSink {
     }
     const std::size_t units = size / 2;  // an odd last byte is no unit
     if constexpr (std::endian::native == std::endian::little) {
-      const std::size_t at = text_.size();
-      text_.resize(at + units);
-      std::memcpy(text_.data() + at, data, units * 2);
+      // Appended straight from the piece: a resize first would write zeros over the same
+      // memory just before the copy does.
+      if (reinterpret_cast<std::uintptr_t>(data) % alignof(char16_t) == 0) {
+        text_.append(reinterpret_cast<const char16_t*>(data), units);
+      } else {
+        const std::size_t at = text_.size();
+        text_.resize(at + units);
+        std::memcpy(text_.data() + at, data, units * 2);
+      }
     } else {
       text_ += TextFromBytes(data, static_cast<std::uint32_t>(units * 2), 0);
     }
