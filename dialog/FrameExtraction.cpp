@@ -182,7 +182,7 @@ void FrameExtraction::btnPreview_Click() {
   const Text chaine = Resout(txtChaine);
   const Text separateur = Resout(txtSeparator);
   // One cut serves every field, as at execution.
-  const PieceCut cut(chaine, separateur);
+  const PieceCut cut(chaine, separateur, kPositionalReach);
   std::int16_t start = 0;
   std::int16_t end = 0;
   std::int32_t i = 1;

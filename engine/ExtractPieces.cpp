@@ -33,7 +33,7 @@ TextView ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& e
 
 TextView ExtractPieces(TextView text, TextView separator, std::int16_t& start, std::int16_t& end,
                        bool showSeparators) {
-  return ExtractPieces(PieceCut(text, separator), start, end, showSeparators);
+  return ExtractPieces(PieceCut(text, separator, kPositionalReach), start, end, showSeparators);
 }
 
 }  // namespace nv

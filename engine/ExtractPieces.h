@@ -1,11 +1,16 @@
 #pragma once
 // Function 1: the text of one field, a range of consecutive pieces of the string.
+#include <cstddef>
 #include <cstdint>
 
 #include "common/Text.h"
 #include "engine/PieceCut.h"
 
 namespace nv {
+
+// How far from either end of a cut its pieces are named by 16-bit positions: a cut made with
+// this reach serves every field.
+inline constexpr std::size_t kPositionalReach = 32769;
 
 // `start` is the 0-based index of the first piece (negative: from the end, -1 the last);
 // `end` the 1-based number of the last piece (0 or negative: from the end, 0 the last).

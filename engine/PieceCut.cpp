@@ -1,16 +1,154 @@
 #include "engine/PieceCut.h"
 
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <limits>
+#include <thread>
+
+#include "common/Error.h"
 #include "engine/Scan.h"
 
 namespace nv {
+namespace {
 
-PieceCut::PieceCut(TextView text, TextView separator) : text_(text), separator_(separator) {
-  if (!separator.empty()) ForEachOccurrenceEnd(text, separator, [this](std::size_t end) { ends_.push_back(end); });
+// Below this many units a text is scanned by the calling thread alone: starting another
+// costs more than it saves.
+constexpr std::size_t kUnitsPerStretch = std::size_t{1} << 20;
+constexpr unsigned kMostStretches = 8;
+
+// Collects the ends of one stretch, the last ones in a ring that ends up in order.
+class EndsCollector {
+ public:
+  // `most`: how many separators the stretch can hold at most. Room for what a reach keeps is
+  // made at once; the pages of what is not filled are never touched.
+  EndsCollector(std::size_t reach, std::size_t most) : reach_(reach), lastReach_(reach == kEveryPiece ? 0 : reach) {
+    if (lastReach_ != 0) {
+      ends_.first.reserve(std::min(reach_, most));
+      ends_.last.reserve(std::min(lastReach_, most));
+    }
+  }
+
+  void Add(std::uint32_t end) {
+    if (ends_.first.size() < reach_) ends_.first.push_back(end);
+    if (lastReach_ != 0) {
+      if (ends_.last.size() < lastReach_) {
+        ends_.last.push_back(end);
+      } else {
+        ends_.last[oldest_] = end;
+        if (++oldest_ == lastReach_) oldest_ = 0;
+      }
+    }
+    ++ends_.count;
+  }
+
+  PieceCut::Ends Take() && {
+    std::rotate(ends_.last.begin(), ends_.last.begin() + static_cast<std::ptrdiff_t>(oldest_), ends_.last.end());
+    return std::move(ends_);
+  }
+
+ private:
+  std::size_t reach_;
+  std::size_t lastReach_;  // 0: every end is among the first ones
+  std::size_t oldest_ = 0;
+  PieceCut::Ends ends_;
+};
+
+// The separators that start in [begin, end) of the text.
+PieceCut::Ends ScanStretch(TextView text, TextView separator, std::size_t begin, std::size_t end, std::size_t reach) {
+  const TextView upTo = text.substr(0, std::min(text.size(), end + separator.size() - 1));
+  EndsCollector collector(reach, (end - begin) / separator.size() + 1);
+  std::array<std::size_t, 256> batch;
+  for (std::size_t from = begin;;) {
+    const std::size_t count = FindEvery(upTo, from, separator, batch);
+    for (std::size_t i = 0; i < count; ++i) collector.Add(static_cast<std::uint32_t>(batch[i]));
+    if (count < batch.size()) return std::move(collector).Take();
+    from = batch.back();
+  }
+}
+
+// The ends of two stretches, one after the other, as those of one.
+PieceCut::Ends Joined(PieceCut::Ends left, PieceCut::Ends right, std::size_t reach) {
+  const bool leftWhole = left.first.size() == left.count;
+  const bool rightWhole = right.last.size() == right.count;
+  PieceCut::Ends joined;
+  joined.count = left.count + right.count;
+  joined.first = std::move(left.first);
+  if (leftWhole) {
+    const std::size_t wanted = std::min(right.first.size(), reach - joined.first.size());
+    joined.first.insert(joined.first.end(), right.first.begin(), right.first.begin() + static_cast<std::ptrdiff_t>(wanted));
+  }
+  joined.last = std::move(right.last);
+  if (rightWhole && reach != kEveryPiece) {
+    const std::size_t wanted = std::min(left.last.size(), reach - joined.last.size());
+    joined.last.insert(joined.last.begin(), left.last.end() - static_cast<std::ptrdiff_t>(wanted), left.last.end());
+  }
+  return joined;
+}
+
+// A separator that cannot overlap itself (no proper prefix of it is also a suffix) is found at
+// the same places whatever offset a scan starts from, so stretches of the text can be
+// scanned apart. The prefix function of the separator tells, in one pass.
+bool CannotOverlapItself(TextView separator) {
+  std::vector<std::size_t> border(separator.size(), 0);
+  for (std::size_t i = 1; i < separator.size(); ++i) {
+    std::size_t k = border[i - 1];
+    while (k > 0 && separator[i] != separator[k]) k = border[k - 1];
+    border[i] = separator[i] == separator[k] ? k + 1 : k;
+  }
+  return separator.empty() || border.back() == 0;
+}
+
+unsigned StretchCount(TextView text, TextView separator) {
+  const std::size_t bySize = text.size() / kUnitsPerStretch;
+  if (bySize < 2 || !CannotOverlapItself(separator)) return 1;
+  const unsigned processors = std::max(1u, std::thread::hardware_concurrency());
+  return static_cast<unsigned>(std::min<std::size_t>({bySize, processors, kMostStretches}));
+}
+
+PieceCut::Ends ScanText(TextView text, TextView separator, std::size_t reach) {
+  const unsigned stretches = StretchCount(text, separator);
+  if (stretches == 1) return ScanStretch(text, separator, 0, text.size(), reach);
+
+  std::vector<PieceCut::Ends> found(stretches);
+  std::vector<std::exception_ptr> failures(stretches);
+  const auto scan = [&](unsigned i) {
+    try {
+      found[i] = ScanStretch(text, separator, text.size() / stretches * i,
+                             i + 1 == stretches ? text.size() : text.size() / stretches * (i + 1), reach);
+    } catch (...) {
+      failures[i] = std::current_exception();
+    }
+  };
+  {
+    std::vector<std::jthread> helpers;
+    for (unsigned i = 1; i < stretches; ++i) helpers.emplace_back(scan, i);
+    scan(0);
+  }
+  for (const std::exception_ptr& failure : failures)
+    if (failure) std::rethrow_exception(failure);
+  PieceCut::Ends ends = std::move(found[0]);
+  for (unsigned i = 1; i < stretches; ++i) ends = Joined(std::move(ends), std::move(found[i]), reach);
+  return ends;
+}
+
+}  // namespace
+
+PieceCut::PieceCut(TextView text, TextView separator, std::size_t reach) : text_(text), separator_(separator) {
+  if (separator.empty()) return;
+  if (text.size() > std::numeric_limits<std::uint32_t>::max()) RaiseError(ErrorNumber::OutOfMemory);
+  ends_ = ScanText(text, separator, reach);
+  count_ = ends_.count;
+}
+
+std::size_t PieceCut::EndOf(std::size_t separatorIndex) const noexcept {
+  if (separatorIndex < ends_.first.size()) return ends_.first[separatorIndex];
+  return ends_.last[separatorIndex - (count_ - ends_.last.size())];
 }
 
 TextView PieceCut::Range(std::size_t first, std::size_t last) const noexcept {
-  const std::size_t begin = first == 0 ? 0 : ends_[first - 1];
-  const std::size_t end = last < ends_.size() ? ends_[last] : text_.size();
+  const std::size_t begin = first == 0 ? 0 : EndOf(first - 1);
+  const std::size_t end = last < count_ ? EndOf(last) : text_.size();
   return text_.substr(begin, end - begin);
 }
 

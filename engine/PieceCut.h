@@ -2,33 +2,57 @@
 // The pieces of one text for one separator, found once and shared by every field that an
 // execution extracts from that text.
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "common/Text.h"
 
 namespace nv {
 
+// Every piece of the text can be addressed.
+inline constexpr std::size_t kEveryPiece = std::numeric_limits<std::size_t>::max();
+
 // Pieces end just after each occurrence of the separator (left to right, no overlap) and
 // keep it; the last piece is the rest of the text, possibly empty. The empty separator
 // does not cut: the whole text is the one piece.
 //
+// With a `reach`, only the ends of the `reach` first and the `reach` last pieces are kept and
+// the others are counted: a cut of a text of millions of lines then costs no memory per line
+// when its fields can only name pieces near either end. A large text is scanned by several
+// threads when the separator allows it.
+//
 // The cut holds views: the text and the separator must outlive it.
 class PieceCut {
  public:
-  PieceCut(TextView text, TextView separator);
+  // Fails with OutOfMemory on a text of 2^32 units or more.
+  PieceCut(TextView text, TextView separator, std::size_t reach = kEveryPiece);
 
   TextView Whole() const noexcept { return text_; }
   TextView Separator() const noexcept { return separator_; }
   // Index of the last piece (the piece count less one).
-  std::size_t LastIndex() const noexcept { return ends_.size(); }
-  // Pieces `first` through `last` joined; requires first <= last <= LastIndex().
+  std::size_t LastIndex() const noexcept { return count_; }
+  // Pieces `first` through `last` joined; requires first <= last <= LastIndex(), each of
+  // them below the reach or within it of LastIndex().
   TextView Range(std::size_t first, std::size_t last) const noexcept;
   TextView Piece(std::size_t index) const noexcept { return Range(index, index); }
 
+  // The ends of the separators found in one stretch of the text: all of them, or, with a
+  // reach, the first and the last `reach` of them (the two overlap in a short stretch).
+  // Offsets fit 32 bits: a text comes from a BSTR or a registry value, both under 4 GiB.
+  struct Ends {
+    std::size_t count = 0;
+    std::vector<std::uint32_t> first;
+    std::vector<std::uint32_t> last;
+  };
+
  private:
+  std::size_t EndOf(std::size_t separatorIndex) const noexcept;
+
   TextView text_;
   TextView separator_;
-  std::vector<std::size_t> ends_;  // end of every piece but the last
+  std::size_t count_ = 0;  // separators found
+  Ends ends_;
 };
 
 }  // namespace nv

@@ -127,7 +127,7 @@ BENCHMARK(BM_ExecuteSubstrings1000FieldsOver16MiB)->Unit(benchmark::kMillisecond
 void BM_EngineSubstrings1000FieldsOver16MiB(benchmark::State& state) {
   const Text text = LinesOf16MiB();
   for (auto _ : state) {
-    const PieceCut cut(text, u"\n");
+    const PieceCut cut(text, u"\n", kPositionalReach);
     for (int i = 0; i < 1000; ++i) {
       std::int16_t start = static_cast<std::int16_t>(i * 16);
       std::int16_t end = static_cast<std::int16_t>(i * 16 + 2);
