@@ -16,20 +16,20 @@ namespace {
 // costs more than it saves.
 constexpr std::size_t kUnitsPerStretch = std::size_t{1} << 20;
 constexpr unsigned kMostStretches = 8;
+constexpr std::size_t kManySeparators = 4096;
 
 // Collects the ends of one stretch, the last ones in a ring that ends up in order.
 class EndsCollector {
  public:
-  // `most`: how many separators the stretch can hold at most. Room for what a reach keeps is
-  // made at once; the pages of what is not filled are never touched.
-  EndsCollector(std::size_t reach, std::size_t most) : reach_(reach), lastReach_(reach == kEveryPiece ? 0 : reach) {
-    if (lastReach_ != 0) {
-      ends_.first.reserve(std::min(reach_, most));
-      ends_.last.reserve(std::min(lastReach_, most));
-    }
-  }
+  explicit EndsCollector(std::size_t reach) : reach_(reach), lastReach_(reach == kEveryPiece ? 0 : reach) {}
 
   void Add(std::uint32_t end) {
+    // Once a stretch has many separators, room for all that the reach keeps is made at once
+    // rather than by doubling, which would touch twice the memory.
+    if (ends_.count == kManySeparators && lastReach_ != 0) {
+      ends_.first.reserve(reach_);
+      ends_.last.reserve(lastReach_);
+    }
     if (ends_.first.size() < reach_) ends_.first.push_back(end);
     if (lastReach_ != 0) {
       if (ends_.last.size() < lastReach_) {
@@ -54,17 +54,27 @@ class EndsCollector {
   PieceCut::Ends ends_;
 };
 
-// The separators that start in [begin, end) of the text.
-PieceCut::Ends ScanStretch(TextView text, TextView separator, std::size_t begin, std::size_t end, std::size_t reach) {
-  const TextView upTo = text.substr(0, std::min(text.size(), end + separator.size() - 1));
-  EndsCollector collector(reach, (end - begin) / separator.size() + 1);
+// Collects the separators that start at or after `from` and end within `text`. Returns
+// where the scan of a longer text, with the same start, goes on.
+std::size_t CollectEnds(TextView text, TextView separator, std::size_t from, EndsCollector& collector) {
   std::array<std::size_t, 256> batch;
-  for (std::size_t from = begin;;) {
-    const std::size_t count = FindEvery(upTo, from, separator, batch);
+  for (;;) {
+    const std::size_t count = FindEvery(text, from, separator, batch);
     for (std::size_t i = 0; i < count; ++i) collector.Add(static_cast<std::uint32_t>(batch[i]));
-    if (count < batch.size()) return std::move(collector).Take();
+    if (count < batch.size()) {
+      if (count != 0) from = batch[count - 1];
+      // Every place a separator could start and still end within the text was looked at.
+      return text.size() < separator.size() ? from : std::max(from, text.size() - separator.size() + 1);
+    }
     from = batch.back();
   }
+}
+
+// The separators that start in [begin, end) of the text.
+PieceCut::Ends ScanStretch(TextView text, TextView separator, std::size_t begin, std::size_t end, std::size_t reach) {
+  EndsCollector collector(reach);
+  CollectEnds(text.substr(0, std::min(text.size(), end + separator.size() - 1)), separator, begin, collector);
+  return std::move(collector).Take();
 }
 
 // The ends of two stretches, one after the other, as those of one.
@@ -132,12 +142,56 @@ PieceCut::Ends ScanText(TextView text, TextView separator, std::size_t reach) {
   return ends;
 }
 
+bool FitsOffsets(TextView text) { return text.size() <= std::numeric_limits<std::uint32_t>::max(); }
+
 }  // namespace
 
 PieceCut::PieceCut(TextView text, TextView separator, std::size_t reach) : text_(text), separator_(separator) {
   if (separator.empty()) return;
-  if (text.size() > std::numeric_limits<std::uint32_t>::max()) RaiseError(ErrorNumber::OutOfMemory);
+  if (!FitsOffsets(text)) RaiseError(ErrorNumber::OutOfMemory);
   ends_ = ScanText(text, separator, reach);
+  count_ = ends_.count;
+}
+
+struct PieceScanner::State {
+  explicit State(std::size_t reach) : collector(reach) {}
+  EndsCollector collector;
+  std::size_t from = 0;  // where the next stretch's scan starts
+  bool finished = false;
+  const char16_t* finalData = nullptr;
+  std::size_t finalSize = 0;
+};
+
+PieceScanner::PieceScanner(TextView separator, std::size_t reach)
+    : separator_(separator), reach_(reach), state_(std::make_unique<State>(reach)) {}
+
+PieceScanner::~PieceScanner() = default;
+
+void PieceScanner::Scan(TextView textSoFar) {
+  // A text too long for the offsets is left to the cut, which refuses it.
+  if (separator_.empty() || !FitsOffsets(textSoFar)) return;
+  state_->from = CollectEnds(textSoFar, separator_, state_->from, state_->collector);
+}
+
+void PieceScanner::Finish(TextView text) {
+  Scan(text);
+  state_->finished = FitsOffsets(text);
+  state_->finalData = text.data();
+  state_->finalSize = text.size();
+}
+
+bool PieceScanner::SawWhole(TextView text) const noexcept {
+  return state_->finished && state_->finalData == text.data() && state_->finalSize == text.size();
+}
+
+PieceCut::PieceCut(TextView text, PieceScanner&& scanner) : text_(text), separator_(scanner.separator_) {
+  if (separator_.empty()) return;
+  if (scanner.SawWhole(text)) {
+    ends_ = std::move(scanner.state_->collector).Take();
+  } else {
+    if (!FitsOffsets(text)) RaiseError(ErrorNumber::OutOfMemory);
+    ends_ = ScanText(text, separator_, scanner.reach_);
+  }
   count_ = ends_.count;
 }
 

@@ -4,11 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <vector>
 
 #include "common/Text.h"
 
 namespace nv {
+
+class PieceScanner;
 
 // Every piece of the text can be addressed.
 inline constexpr std::size_t kEveryPiece = std::numeric_limits<std::size_t>::max();
@@ -27,6 +30,9 @@ class PieceCut {
  public:
   // Fails with OutOfMemory on a text of 2^32 units or more.
   PieceCut(TextView text, TextView separator, std::size_t reach = kEveryPiece);
+  // The cut of `text` with the scanner's separator and reach, from what the scanner found as
+  // the text was read when it saw this very text whole, else scanned now.
+  PieceCut(TextView text, PieceScanner&& scanner);
 
   TextView Whole() const noexcept { return text_; }
   TextView Separator() const noexcept { return separator_; }
@@ -53,6 +59,33 @@ class PieceCut {
   TextView separator_;
   std::size_t count_ = 0;  // separators found
   Ends ends_;
+};
+
+// Finds a separator in a text that arrives in stretches (a variable read in pieces), each
+// stretch while it is still in the processor's cache: the text is then not read from memory
+// a second time to be cut.
+class PieceScanner {
+ public:
+  // The separator must outlive the scanner and the cut made from it.
+  PieceScanner(TextView separator, std::size_t reach);
+  ~PieceScanner();
+  PieceScanner(const PieceScanner&) = delete;
+  PieceScanner& operator=(const PieceScanner&) = delete;
+
+  // `text` is the text so far: the text of the previous call, perhaps moved, with more after.
+  void Scan(TextView textSoFar);
+  // The same, for the whole text.
+  void Finish(TextView text);
+  // Whether `text` is the very text (the same units at the same place) last given whole.
+  bool SawWhole(TextView text) const noexcept;
+
+ private:
+  friend class PieceCut;
+  struct State;
+
+  TextView separator_;
+  std::size_t reach_;
+  std::unique_ptr<State> state_;
 };
 
 }  // namespace nv

@@ -10,14 +10,14 @@ namespace nv {
 
 Text VariablesKeyPath(const Text& scenario) { return u"SOFTWARE\\NOVRA\\Scenarios\\" + scenario + u"\\Variables"; }
 
-std::optional<Variant> ScenarioVariables::Get(const Text& scenario, const Text& name) const {
+std::optional<Variant> ScenarioVariables::Get(const Text& scenario, const Text& name, PieceScanner* scanner) const {
   const ReadingScope reading(registry_);
   UniqueRegKey key;
   if (OpenUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::QueryValue, key) !=
       RegError::Success) {
     return std::nullopt;
   }
-  return ReadStoredValue(registry_, key.Get(), name);
+  return ReadStoredValue(registry_, key.Get(), name, scanner);
 }
 
 void ScenarioVariables::Set(const Text& scenario, const Text& name, TextView value) {

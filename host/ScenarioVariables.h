@@ -5,6 +5,7 @@
 
 #include "common/Text.h"
 #include "common/Variant.h"
+#include "engine/PieceCut.h"
 #include "store/Registry.h"
 
 namespace nv {
@@ -15,8 +16,9 @@ class ScenarioVariables {
  public:
   explicit ScenarioVariables(Registry& registry) : registry_(registry) {}
 
-  // The value as stored (a text, or a number for a REG_DWORD); nothing when missing.
-  std::optional<Variant> Get(const Text& scenario, const Text& name) const;
+  // The value as stored (a text, or a number for a REG_DWORD); nothing when missing. A text
+  // goes through `scanner`, when given, as it is read.
+  std::optional<Variant> Get(const Text& scenario, const Text& name, PieceScanner* scanner = nullptr) const;
   // Raises an error carrying the registry's code when the value cannot be written.
   void Set(const Text& scenario, const Text& name, TextView value);
 

@@ -26,6 +26,15 @@ void RaiseUnknownType(std::int16_t wrapperType) {
 
 Variant VariablesStandIn::GetVariableValue(const Text& scenario, const Text& name) {
   if (auto value = variables_.Get(scenario, name)) return std::move(*value);  // many MiB, perhaps
+  RaiseMissing(scenario, name);
+}
+
+Variant VariablesStandIn::GetVariableScanned(const Text& scenario, const Text& name, PieceScanner& scanner) {
+  if (auto value = variables_.Get(scenario, name, &scanner)) return std::move(*value);
+  RaiseMissing(scenario, name);
+}
+
+void VariablesStandIn::RaiseMissing(const Text& scenario, const Text& name) const {
   RaiseError(ErrorNumber::HostError2000,
              french_ ? u"La variable " + name + u" n'existe pas dans le scénario " + scenario
                      : u"The variable " + name + u" does not exist in scenario " + scenario);

@@ -23,9 +23,13 @@ class VariablesStandIn final : public VariablesService {
   void SetRegistryRoot(std::int32_t) override {}
   void SetRegistrySubKey(const Text&) override {}
   Variant GetVariableValue(const Text& scenario, const Text& name) override;
+  Variant GetVariableScanned(const Text& scenario, const Text& name, PieceScanner& scanner) override;
   void SetVariableValue(const Text& scenario, const Text& name, TextView value) override;
 
  private:
+  // The host's error 2000, naming the variable.
+  [[noreturn]] void RaiseMissing(const Text& scenario, const Text& name) const;
+
   Registry& registry_;
   ScenarioVariables variables_;
   bool french_;

@@ -18,6 +18,8 @@ namespace {
 // and each piece copied into it while the piece is still in the processor's cache.
 class StoredValueSink final : public ValueSink {
  public:
+  explicit StoredValueSink(PieceScanner* scanner) : scanner_(scanner) {}
+
   void Begin(std::uint32_t type, std::uint32_t size) override {
     isNumber_ = type == RegType::Dword && size == 4;
     if (isNumber_) return;
@@ -44,16 +46,20 @@ class StoredValueSink final : public ValueSink {
     } else {
       text_ += TextFromBytes(data, static_cast<std::uint32_t>(units * 2), 0);
     }
+    // All but the last unit, which may be the terminator that is not part of the text.
+    if (scanner_ != nullptr && text_.size() > 1) scanner_->Scan(TextView(text_).substr(0, text_.size() - 1));
   }
 
   Variant Take() && {
     if (isNumber_) return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number_)));
     preparation_.reset();
     if (!text_.empty() && text_.back() == u'\0') text_.pop_back();
+    if (scanner_ != nullptr) scanner_->Finish(text_);
     return Variant::FromText(std::move(text_));
   }
 
  private:
+  PieceScanner* scanner_;
   bool isNumber_ = false;
   std::uint32_t number_ = 0;
   std::size_t filled_ = 0;
@@ -63,8 +69,8 @@ class StoredValueSink final : public ValueSink {
 
 }  // namespace
 
-std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView name) {
-  StoredValueSink sink;
+std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView name, PieceScanner* scanner) {
+  StoredValueSink sink(scanner);
   if (registry.ReadValue(key, name, sink) != RegError::Success) return std::nullopt;
   return std::move(sink).Take();
 }

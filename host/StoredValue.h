@@ -4,11 +4,13 @@
 #include <optional>
 
 #include "common/Variant.h"
+#include "engine/PieceCut.h"
 #include "store/Registry.h"
 
 namespace nv {
 
-std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView name);
+// A text value goes through `scanner`, when given, piece by piece as it is read.
+std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView name, PieceScanner* scanner = nullptr);
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value);
 RegStatus WriteStoredNumber(Registry& registry, RegKey key, TextView name, std::uint32_t value);
 

@@ -1,5 +1,6 @@
 // ExecuteTache, RunT and Run: the task executed from end to end. Only here are errors
 // caught: they become status 3 and an error line, and Complete is raised all the same.
+#include <optional>
 #include <vector>
 
 #include "common/Conversions.h"
@@ -27,8 +28,10 @@ ReportWriter& ModuleReportWriter() {
   return *writer;
 }
 
-void ResolveInPlace(const Text& scenario, Text& text) {
-  if (IsVariableReference(text)) text = ToText(ResolveVariable(scenario, text.substr(1)));  // moved, not copied
+void ResolveInPlace(const Text& scenario, Text& text, PieceScanner* scanner = nullptr) {
+  if (!IsVariableReference(text)) return;
+  const Text name = text.substr(1);
+  text = ToText(scanner != nullptr ? ResolveVariable(scenario, name, *scanner) : ResolveVariable(scenario, name));  // moved
 }
 
 // Result k goes to field k + 1; a result with no field is an index error, after the
@@ -42,9 +45,11 @@ void StoreResults(VariablesService& variables, const Text& scenario, const std::
   }
 }
 
-void ExtractFields(VariablesService& variables, const Text& scenario, const TaskDefinition& definition) {
+void ExtractFields(VariablesService& variables, const Text& scenario, const TaskDefinition& definition,
+                   std::optional<PieceScanner>& scanner) {
   // One cut of the text serves every field.
-  const PieceCut cut(definition.Chaine, definition.Separateur);
+  const PieceCut cut = scanner ? PieceCut(definition.Chaine, std::move(*scanner))
+                               : PieceCut(definition.Chaine, definition.Separateur, kPositionalReach);
   std::int16_t start = 0;
   std::int16_t end = 0;
   for (const TaskField& field : definition.Fields) {
@@ -70,9 +75,14 @@ void ExtractionChaine::ExecuteTache() {
     WriteTaskStatus(Nom, TaskStatus::Running);
     LoadTaskDefinition(Nom, Definition);
     report.AddReportLine(LoadText(TextId::RunStartLine) + Nom, Bouton, ReportLevel::Start);
-    for (Text* text : {&Definition.Chaine, &Definition.Separateur, &Definition.Masque, &Definition.Filtre}) {
-      ResolveInPlace(Scen, *text);
+    // A separator given as it is lets the fields' pieces be found while the text is read,
+    // each stretch while it is still in the processor's cache.
+    std::optional<PieceScanner> scanner;
+    if (Definition.Fonction == FunctionCode::Substrings && !IsVariableReference(Definition.Separateur)) {
+      scanner.emplace(Definition.Separateur, kPositionalReach);
     }
+    ResolveInPlace(Scen, Definition.Chaine, scanner ? &*scanner : nullptr);
+    for (Text* text : {&Definition.Separateur, &Definition.Masque, &Definition.Filtre}) ResolveInPlace(Scen, *text);
     variables = ModuleServices().CreateVariablesService();
     variables->SetScenarioName(Scen);
     // The engine hands out views of the texts; each piece is copied once, where it is stored.
@@ -84,7 +94,7 @@ void ExtractionChaine::ExecuteTache() {
         break;
       }
       case FunctionCode::Substrings:
-        ExtractFields(*variables, Scen, Definition);
+        ExtractFields(*variables, Scen, Definition, scanner);
         break;
       case FunctionCode::FindValues: {
         std::int16_t start = 0;

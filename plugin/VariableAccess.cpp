@@ -7,12 +7,24 @@
 
 namespace nv {
 
-Variant ResolveVariable(const Text& scenario, const Text& name) {
-  const std::unique_ptr<VariablesService> service = ModuleServices().CreateVariablesService();
+namespace {
+
+std::unique_ptr<VariablesService> ServiceInContext(const Text& scenario) {
+  std::unique_ptr<VariablesService> service = ModuleServices().CreateVariablesService();
   service->SetRegistryRoot(static_cast<std::int32_t>(Module().CurrentRoot));
   service->SetRegistrySubKey(Module().CurrentSubKey);
   service->SetScenarioName(scenario);
-  return service->GetVariableValue(scenario, name);
+  return service;
+}
+
+}  // namespace
+
+Variant ResolveVariable(const Text& scenario, const Text& name) {
+  return ServiceInContext(scenario)->GetVariableValue(scenario, name);
+}
+
+Variant ResolveVariable(const Text& scenario, const Text& name, PieceScanner& scanner) {
+  return ServiceInContext(scenario)->GetVariableScanned(scenario, name, scanner);
 }
 
 bool LookUpVariable(const Text& scenario, const Text& name, Variant& value) {

@@ -2,12 +2,15 @@
 // Scenario variables through the host's variables service, one instance per use.
 #include "common/Text.h"
 #include "common/Variant.h"
+#include "engine/PieceCut.h"
 
 namespace nv {
 
 // The variable's value, for execution: with the module's registry context; errors of the
 // service are raised as they are.
 Variant ResolveVariable(const Text& scenario, const Text& name);
+// The same, a text going through `scanner` as the service reads it.
+Variant ResolveVariable(const Text& scenario, const Text& name, PieceScanner& scanner);
 
 // The variable's value, for the dialog: true and `value` set when the service gives one;
 // false, `value` untouched and nothing shown on any error.

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "common/Utf.h"
+#include "engine/PieceCut.h"
 #include "host/StoredValue.h"
 #include "platform/posix/SqliteHive.h"
 #include "store/RegistryKey.h"
@@ -365,6 +366,52 @@ TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
     EXPECT_EQ(ReadStoredValue(*hive_, key, u"v"), c.expected) << c.data.size();
   }
   EXPECT_EQ(ReadStoredValue(*hive_, key, u"missing"), std::nullopt);
+}
+
+Bytes FirstBytes(Bytes bytes, std::size_t count) {
+  bytes.resize(count);
+  return bytes;
+}
+
+// A text read through a scanner is cut as the same text scanned whole: separators across the
+// pieces the hive reads in, a separator like the terminator, a number that is no text.
+TEST_F(Hive, StoredTextsCutAsTheyAreRead) {
+  const RegKey key = Key(u"Scanned");
+  constexpr std::size_t kPieceUnits = 131072;  // the hive's pieces, in units
+  Text straddling(3 * kPieceUnits + 5, u'x');
+  for (const std::size_t at : {kPieceUnits - 1, 2 * kPieceUnits - 2, 2 * kPieceUnits, 3 * kPieceUnits + 3})
+    straddling.replace(at, 2, u"\r\n");
+  const struct Case {
+    Bytes data;
+    std::uint32_t type;
+    Text separator;
+    std::size_t reach;
+    bool scanned;  // whether the cut comes from the scan made during the read
+  } cases[] = {  // texts too long to live inside their string: read, they are not copied
+      {BytesFromText(straddling), RegType::Sz, u"\r\n", kEveryPiece, true},
+      {BytesFromText(straddling), RegType::Sz, u"\r\n", 2, true},
+      {BytesFromText(Text(u"alpha\0beta\0gamma\0", 17)), RegType::Sz, Text(1, u'\0'), kEveryPiece, true},
+      {BytesFromText(u"alpha;beta;gamma;delta"), RegType::ExpandSz, u";", 1, true},
+      {FirstBytes(BytesFromText(u"alpha;beta;gamma;delta;"), 45), RegType::Sz, u";", kEveryPiece, true},
+      {Bytes{7, 0, 0, 0}, RegType::Dword, u";", kEveryPiece, false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.data.size());
+    ASSERT_EQ(Set(key, u"v", c.data, c.type), ok);
+    PieceScanner scanner(c.separator, c.reach);
+    const std::optional<Variant> value = ReadStoredValue(*hive_, key, u"v", &scanner);
+    ASSERT_TRUE(value.has_value());
+    const TextView text = value->IsText() ? TextView(value->TextValue()) : TextView(u"7");
+    EXPECT_EQ(scanner.SawWhole(text), c.scanned);
+    const PieceCut read(text, std::move(scanner));
+    const PieceCut whole(text, c.separator, c.reach);
+    ASSERT_EQ(read.LastIndex(), whole.LastIndex());
+    for (std::size_t i = 0; i <= read.LastIndex(); ++i) {
+      if (i < c.reach || read.LastIndex() - i < c.reach) {
+        EXPECT_EQ(read.Piece(i), whole.Piece(i)) << i;
+      }
+    }
+  }
 }
 
 }  // namespace
