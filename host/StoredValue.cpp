@@ -33,7 +33,9 @@ class StoredValueSink final : public ValueSink {
       return;
     }
     const std::size_t units = size / 2;  // an odd last byte is no unit
-    if constexpr (std::endian::native == std::endian::little) {
+    if (data == room_) {
+      room_ = nullptr;  // read in place
+    } else if constexpr (std::endian::native == std::endian::little) {
       // Appended straight from the piece: a resize first would write zeros over the same
       // memory just before the copy does.
       if (reinterpret_cast<std::uintptr_t>(data) % alignof(char16_t) == 0) {
@@ -50,6 +52,14 @@ class StoredValueSink final : public ValueSink {
     if (scanner_ != nullptr && text_.size() > 1) scanner_->Scan(TextView(text_).substr(0, text_.size() - 1));
   }
 
+  std::uint8_t* Room(std::uint32_t size) override {
+    if (std::endian::native != std::endian::little || isNumber_ || size % 2 != 0) return nullptr;
+    const std::size_t at = text_.size();
+    text_.resize(at + size / 2);
+    room_ = reinterpret_cast<std::uint8_t*>(text_.data() + at);
+    return room_;
+  }
+
   Variant Take() && {
     if (isNumber_) return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number_)));
     preparation_.reset();
@@ -60,6 +70,7 @@ class StoredValueSink final : public ValueSink {
 
  private:
   PieceScanner* scanner_;
+  std::uint8_t* room_ = nullptr;
   bool isNumber_ = false;
   std::uint32_t number_ = 0;
   std::size_t filled_ = 0;

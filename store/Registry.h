@@ -88,6 +88,12 @@ class ValueSink {
  public:
   virtual void Begin(std::uint32_t type, std::uint32_t size) = 0;
   virtual void Append(const std::uint8_t* data, std::uint32_t size) = 0;
+  // A place for the next `size` bytes to be read straight into, or null. The reader then
+  // calls Append with that very place.
+  virtual std::uint8_t* Room(std::uint32_t size) {
+    static_cast<void>(size);
+    return nullptr;
+  }
 
  protected:
   ~ValueSink() = default;

@@ -89,9 +89,11 @@ RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, Val
   piece_.resize(std::min(kSinkPieceBytes, size));
   for (std::uint32_t at = 0; at < size; at += kSinkPieceBytes) {
     const std::uint32_t piece = std::min(kSinkPieceBytes, size - at);
-    const int rc = sqlite3_blob_read(blob.get(), piece_.data(), static_cast<int>(piece), static_cast<int>(at));
+    std::uint8_t* const target = sink.Room(piece);
+    std::uint8_t* const into = target != nullptr ? target : piece_.data();
+    const int rc = sqlite3_blob_read(blob.get(), into, static_cast<int>(piece), static_cast<int>(at));
     if (rc != SQLITE_OK) return StatusFromSqlite(rc);
-    sink.Append(piece_.data(), piece);
+    sink.Append(into, piece);
   }
   return RegError::Success;
 }

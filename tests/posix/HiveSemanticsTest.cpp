@@ -17,6 +17,11 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr RegKey kHklm = RegRoot::LocalMachine;
 constexpr RegStatus ok = RegError::Success, denied = RegError::AccessDenied;
 
+Bytes FirstBytes(Bytes bytes, std::size_t count) {
+  bytes.resize(count);
+  return bytes;
+}
+
 class Hive : public ::testing::Test {
  protected:
   // A handle the test owns; closed with the fixture.
@@ -357,6 +362,7 @@ TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
       {BytesFromText(big), RegType::Sz, Variant::FromText(big)},
       {BytesFromText(huge), RegType::ExpandSz, Variant::FromText(huge)},
       {Bytes{'a', 0, 'b', 0, 'c'}, RegType::Sz, Variant::FromText(u"ab")},
+      {FirstBytes(BytesFromText(big), big.size() * 2 + 1), RegType::Sz, Variant::FromText(big)},  // read in pieces
       {Bytes{}, RegType::Sz, Variant::FromText(u"")},
       {Bytes{0xFE, 0xFF, 0xFF, 0xFF}, RegType::Dword, Variant::FromLong(-2)},
       {Bytes{1, 0}, RegType::Dword, Variant::FromText(Text(1, u'\u0001'))},
@@ -366,11 +372,6 @@ TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
     EXPECT_EQ(ReadStoredValue(*hive_, key, u"v"), c.expected) << c.data.size();
   }
   EXPECT_EQ(ReadStoredValue(*hive_, key, u"missing"), std::nullopt);
-}
-
-Bytes FirstBytes(Bytes bytes, std::size_t count) {
-  bytes.resize(count);
-  return bytes;
 }
 
 // A text read through a scanner is cut as the same text scanned whole: separators across the
