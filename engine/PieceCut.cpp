@@ -21,15 +21,12 @@ constexpr std::size_t kManySeparators = 4096;
 // Collects the ends of one stretch, the last ones in a ring that ends up in order.
 class EndsCollector {
  public:
-  explicit EndsCollector(std::size_t reach) : reach_(reach), lastReach_(reach == kEveryPiece ? 0 : reach) {}
+  // `begin` and `end`: the stretch, when known (end 0: a text still arriving).
+  EndsCollector(std::size_t reach, std::size_t begin = 0, std::size_t end = 0)
+      : reach_(reach), lastReach_(reach == kEveryPiece ? 0 : reach), begin_(begin), end_(end) {}
 
   void Add(std::uint32_t end) {
-    // Once a stretch has many separators, room for all that the reach keeps is made at once
-    // rather than by doubling, which would touch twice the memory.
-    if (ends_.count == kManySeparators && lastReach_ != 0) {
-      ends_.first.reserve(reach_);
-      ends_.last.reserve(lastReach_);
-    }
+    if (ends_.count == kManySeparators) MakeRoom(end);
     if (ends_.first.size() < reach_) ends_.first.push_back(end);
     if (lastReach_ != 0) {
       if (ends_.last.size() < lastReach_) {
@@ -42,6 +39,24 @@ class EndsCollector {
     ++ends_.count;
   }
 
+  // Once a stretch has many separators, room for all of them is made at once rather than by
+  // doubling, which would touch twice the memory and copy it: all that a reach keeps, or as
+  // many as the stretch will hold at the rate found so far and an eighth more, never more
+  // than the stretch's own size in bytes. Only a hint: without the room, doubling does.
+  void MakeRoom(std::size_t end) noexcept {
+    try {
+      if (lastReach_ != 0) {
+        ends_.first.reserve(reach_);
+        ends_.last.reserve(lastReach_);
+      } else if (end_ > end && end > begin_) {
+        const double rate = static_cast<double>(kManySeparators) / static_cast<double>(end - begin_);
+        const auto expected = static_cast<std::size_t>(rate * static_cast<double>(end_ - begin_) * 1.125);
+        ends_.first.reserve(std::min(expected, (end_ - begin_) / 2));
+      }
+    } catch (const std::exception&) {
+    }
+  }
+
   PieceCut::Ends Take() && {
     std::rotate(ends_.last.begin(), ends_.last.begin() + static_cast<std::ptrdiff_t>(oldest_), ends_.last.end());
     return std::move(ends_);
@@ -50,6 +65,8 @@ class EndsCollector {
  private:
   std::size_t reach_;
   std::size_t lastReach_;  // 0: every end is among the first ones
+  std::size_t begin_;
+  std::size_t end_;
   std::size_t oldest_ = 0;
   PieceCut::Ends ends_;
 };
@@ -72,7 +89,7 @@ std::size_t CollectEnds(TextView text, TextView separator, std::size_t from, End
 
 // The separators that start in [begin, end) of the text.
 PieceCut::Ends ScanStretch(TextView text, TextView separator, std::size_t begin, std::size_t end, std::size_t reach) {
-  EndsCollector collector(reach);
+  EndsCollector collector(reach, begin, end);
   CollectEnds(text.substr(0, std::min(text.size(), end + separator.size() - 1)), separator, begin, collector);
   return std::move(collector).Take();
 }
