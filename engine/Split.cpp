@@ -1,15 +1,34 @@
 #include "engine/Split.h"
 
-#include "engine/PieceCut.h"
-
 namespace nv {
+
+TextView SplitPieces::operator[](std::size_t index) const noexcept {
+  if (!cut_) return {};
+  TextView piece = cut_->Piece(index);
+  if (index < cut_->LastIndex()) piece.remove_suffix(separator_.size());
+  return piece;
+}
+
+std::vector<TextView> SplitPieces::Views() const {
+  std::vector<TextView> views;
+  views.reserve(count_);
+  for (std::size_t i = 0; i < count_; ++i) views.push_back((*this)[i]);
+  return views;
+}
 
 void SplitBySeparator(Text& text, TextView separator, SplitPieces& pieces) {
   // The text moves into the pieces (its buffer with it, so no unit is copied) and gets back
   // only its last piece.
+  pieces.cut_.reset();
   pieces.source_ = std::move(text);
-  pieces.views_ = SplitViews(pieces.source_, separator);
-  text.assign(pieces.views_.back());
+  pieces.separator_.assign(separator);
+  if (separator.empty()) {
+    pieces.count_ = pieces.source_.size() + 1;
+  } else {
+    pieces.cut_.emplace(pieces.source_, pieces.separator_);
+    pieces.count_ = pieces.cut_->LastIndex() + 1;
+  }
+  text.assign(pieces[pieces.count_ - 1]);
 }
 
 std::vector<TextView> SplitViews(TextView text, TextView separator) {

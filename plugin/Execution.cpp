@@ -36,8 +36,9 @@ void ResolveInPlace(const Text& scenario, Text& text, PieceScanner* scanner = nu
 
 // Result k goes to field k + 1; a result with no field is an index error, after the
 // earlier results were stored.
+template <typename Results>
 void StoreResults(VariablesService& variables, const Text& scenario, const std::vector<TaskField>& fields,
-                  const std::vector<TextView>& results) {
+                  const Results& results) {
   for (std::size_t i = 0; i < results.size(); ++i) {
     if (i >= fields.size()) RaiseError(ErrorNumber::SubscriptOutOfRange);
     const Text& target = fields[i].Var;
@@ -90,7 +91,7 @@ void ExtractionChaine::ExecuteTache() {
       case FunctionCode::Split: {
         SplitPieces pieces;
         SplitBySeparator(Definition.Chaine, Definition.Separateur, pieces);
-        StoreResults(*variables, Scen, Definition.Fields, pieces.Views());
+        StoreResults(*variables, Scen, Definition.Fields, pieces);
         break;
       }
       case FunctionCode::Substrings:

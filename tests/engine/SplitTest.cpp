@@ -33,7 +33,8 @@ TEST(Split, CutsAtEverySeparatorAndLeavesTheLastPieceInTheText) {
     Text text = c.text;
     SplitPieces pieces;
     SplitBySeparator(text, c.separator, pieces);
-    EXPECT_EQ(std::vector<Text>(pieces.Views().begin(), pieces.Views().end()), c.pieces) << "case " << (&c - cases);
+    const std::vector<TextView> views = pieces.Views();
+    EXPECT_EQ(std::vector<Text>(views.begin(), views.end()), c.pieces) << "case " << (&c - cases);
     EXPECT_EQ(text, c.pieces.back()) << "case " << (&c - cases);
   }
 }
