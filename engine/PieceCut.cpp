@@ -4,6 +4,7 @@
 #include <array>
 #include <exception>
 #include <limits>
+#include <system_error>
 #include <thread>
 
 #include "common/Error.h"
@@ -149,7 +150,13 @@ PieceCut::Ends ScanText(TextView text, TextView separator, std::size_t reach) {
   };
   {
     std::vector<std::jthread> helpers;
-    for (unsigned i = 1; i < stretches; ++i) helpers.emplace_back(scan, i);
+    for (unsigned i = 1; i < stretches; ++i) {
+      try {
+        helpers.emplace_back(scan, i);
+      } catch (const std::system_error&) {
+        scan(i);  // no thread to spare: this one scans that stretch too
+      }
+    }
     scan(0);
   }
   for (const std::exception_ptr& failure : failures)
