@@ -87,6 +87,13 @@ std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView 
 }
 
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value) {
+  if constexpr (std::endian::native == std::endian::little) {
+    // The text's own bytes and a terminator after them: a variable of many MiB is not copied.
+    static constexpr std::uint8_t kTerminator[2] = {0, 0};
+    const std::span<const std::uint8_t> parts[] = {
+        {reinterpret_cast<const std::uint8_t*>(value.data()), value.size() * sizeof(char16_t)}, kTerminator};
+    return registry.SetValueParts(key, name, RegType::Sz, parts);
+  }
   const std::vector<std::uint8_t> data = BytesFromText(value);
   return registry.SetValue(key, name, RegType::Sz, data.data(), static_cast<std::uint32_t>(data.size()));
 }

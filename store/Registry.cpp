@@ -21,4 +21,13 @@ RegStatus Registry::ReadValue(RegKey key, TextView name, ValueSink& sink) {
   return RegError::Success;
 }
 
+RegStatus Registry::SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) {
+  std::vector<std::uint8_t> joined;
+  for (const std::span<const std::uint8_t> part : parts) {
+    if (part.size() > RegLimit::ValueBytes - joined.size()) return RegError::InvalidParameter;
+    joined.insert(joined.end(), part.begin(), part.end());
+  }
+  return SetValue(key, name, type, joined.data(), static_cast<std::uint32_t>(joined.size()));
+}
+
 }  // namespace nv

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <vector>
 
 #include "common/Text.h"
@@ -71,6 +72,7 @@ namespace RegLimit {
 constexpr std::size_t KeyNameLength = 255;
 constexpr std::size_t ValueNameLength = 16383;
 constexpr std::size_t KeyDepth = 512;  // names below the root key
+constexpr std::size_t ValueBytes = 0xFFFFFFFF;  // a value's size is a 32-bit count
 }  // namespace RegLimit
 
 // One value met by Registry::VisitValues: its data is null when it was not asked for.
@@ -99,6 +101,9 @@ class ValueSink {
   ~ValueSink() = default;
 };
 
+// A value's data in consecutive parts: a text, then its terminator.
+using ValueParts = std::span<const std::span<const std::uint8_t>>;
+
 class Registry {
  public:
   virtual ~Registry() = default;
@@ -115,6 +120,9 @@ class Registry {
                                std::uint32_t* size) = 0;
   virtual RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
                              std::uint32_t size) = 0;
+  // SetValue of the parts joined. A store that writes a large value piece by piece takes
+  // them as they are, and a text of many MiB is not copied to add its terminator.
+  virtual RegStatus SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts);
   virtual RegStatus DeleteValue(RegKey key, TextView name) = 0;
 
   // As RegDeleteTree: a non-empty `subKey` goes with everything below it; an empty one

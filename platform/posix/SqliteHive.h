@@ -43,6 +43,7 @@ class SqliteHive final : public Registry {
   RegStatus CloseKey(RegKey key) override;
   RegStatus QueryValue(RegKey key, TextView name, std::uint32_t* type, std::uint8_t* data,
                        std::uint32_t* size) override;
+  RegStatus SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) override;
   RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
                      std::uint32_t size) override;
   RegStatus DeleteValue(RegKey key, TextView name) override;
@@ -115,8 +116,10 @@ class SqliteHive final : public Registry {
   RegStatus Resolve(std::int64_t& id, std::span<const TextView> names, std::size_t& found);
   RegStatus Walk(std::int64_t& id, std::span<const TextView> names, std::size_t& found);
   // A large value written in place into a blob of zeros, so that it is never copied whole.
-  RegStatus SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, const std::uint8_t* data,
+  RegStatus SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, ValueParts parts,
                           std::uint32_t size);
+  // The key a value may be written to under that name, or why not.
+  RegStatus ValueWritable(RegKey key, TextView name, const KeyAccess*& target);
   // Success when a write may start now: outside a batch, or inside one that is still alive.
   RegStatus WriteAllowed();
   void EndBatch();

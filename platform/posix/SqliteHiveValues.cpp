@@ -98,15 +98,35 @@ RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, Val
   return RegError::Success;
 }
 
-RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
-                               std::uint32_t size) {
-  const KeyAccess* target = Lookup(key);
+RegStatus SqliteHive::ValueWritable(RegKey key, TextView name, const KeyAccess*& target) {
+  target = Lookup(key);
   if (target == nullptr) return RegError::InvalidHandle;
-  if (data == nullptr && size > 0) return RegError::NoAccess;
   if ((target->access & RegAccess::SetValue) == 0) return RegError::AccessDenied;
   if (name.size() > RegLimit::ValueNameLength || HasLineBreak(name)) return RegError::InvalidParameter;
-  if (const RegStatus status = WriteAllowed(); status != RegError::Success) return status;
-  if (size >= kLargeValue) return SetLargeValue(target->id, name, type, data, size);
+  return WriteAllowed();
+}
+
+RegStatus SqliteHive::SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) {
+  std::size_t size = 0;
+  for (const std::span<const std::uint8_t> part : parts) {
+    if (part.size() > RegLimit::ValueBytes - size) return RegError::InvalidParameter;
+    size += part.size();
+  }
+  if (size < kLargeValue) return Registry::SetValueParts(key, name, type, parts);
+  const KeyAccess* target = nullptr;
+  if (const RegStatus status = ValueWritable(key, name, target); status != RegError::Success) return status;
+  return SetLargeValue(target->id, name, type, parts, static_cast<std::uint32_t>(size));
+}
+
+RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
+                               std::uint32_t size) {
+  if (data == nullptr && size > 0) return Lookup(key) == nullptr ? RegError::InvalidHandle : RegError::NoAccess;
+  const KeyAccess* target = nullptr;
+  if (const RegStatus status = ValueWritable(key, name, target); status != RegError::Success) return status;
+  if (size >= kLargeValue) {
+    const std::span<const std::uint8_t> whole(data, size);
+    return SetLargeValue(target->id, name, type, ValueParts(&whole, 1), size);
+  }
   FoldName(name, folded_);
   // One statement, so the write is atomic without a transaction of its own; a deleted key
   // shows up as its foreign key failing.
@@ -121,7 +141,7 @@ RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, co
   return StatusFromSqlite(rc);
 }
 
-RegStatus SqliteHive::SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, const std::uint8_t* data,
+RegStatus SqliteHive::SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, ValueParts parts,
                                      std::uint32_t size) {
   HiveTransaction transaction(db_.get(), batchDepth_ > 0);
   int rc = transaction.Begin();
@@ -144,9 +164,13 @@ RegStatus SqliteHive::SetLargeValue(std::int64_t keyId, TextView name, std::uint
     sqlite3_blob* raw = nullptr;
     rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", id, 1, &raw);
     const SqliteBlob blob(raw);
-    for (std::uint32_t at = 0; rc == SQLITE_OK && at < size; at += kBlobPiece) {
-      const std::uint32_t piece = std::min(kBlobPiece, size - at);
-      rc = sqlite3_blob_write(blob.get(), data + at, static_cast<int>(piece), static_cast<int>(at));
+    std::uint32_t at = 0;  // where the next piece goes in the value
+    for (const std::span<const std::uint8_t> part : parts) {
+      for (std::size_t from = 0; rc == SQLITE_OK && from < part.size(); from += kBlobPiece) {
+        const auto piece = static_cast<std::uint32_t>(std::min<std::size_t>(kBlobPiece, part.size() - from));
+        rc = sqlite3_blob_write(blob.get(), part.data() + from, static_cast<int>(piece), static_cast<int>(at));
+        at += piece;
+      }
     }
   }
   if (rc != SQLITE_OK) return StatusFromSqlite(rc);

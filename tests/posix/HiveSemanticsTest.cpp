@@ -305,6 +305,31 @@ TEST_F(Hive, LargeValuesReadBackExactlyAndRollBackWithTheirBatch) {
   EXPECT_EQ(ValueNames(*hive_, u"Large"), std::vector<Text>{u"v"});
 }
 
+// A value given in parts is the parts joined, below and above the size from which the hive
+// writes them one after the other, with parts that end inside the hive's pieces and past them.
+TEST_F(Hive, ValuesInPartsAreThePartsJoined) {
+  const RegKey key = Key(u"Parts");
+  constexpr std::size_t kMiB = 1 << 20;
+  for (const std::size_t first : {std::size_t{0}, std::size_t{10}, kMiB - 3, kMiB + 5, 2 * kMiB + 1}) {
+    SCOPED_TRACE(first);
+    Bytes head(first), tail{7, 0, 0};
+    for (std::size_t i = 0; i < head.size(); ++i) head[i] = static_cast<std::uint8_t>(i * 13 + 1);
+    const std::span<const std::uint8_t> parts[] = {head, {}, tail};
+    ASSERT_EQ(hive_->SetValueParts(key, u"v", RegType::Sz, parts), ok);
+    Bytes joined = head;
+    joined.insert(joined.end(), tail.begin(), tail.end());
+    const auto stored = GetRaw(*hive_, u"Parts", u"v");
+    ASSERT_TRUE(stored.has_value());
+    EXPECT_EQ(stored->type, RegType::Sz);
+    EXPECT_EQ(stored->data, joined);
+  }
+  const Bytes large(2 * kMiB);
+  const std::span<const std::uint8_t> parts[] = {large};
+  EXPECT_EQ(hive_->SetValueParts(Key(u"Parts", RegAccess::QueryValue), u"v", RegType::Sz, parts), denied);
+  EXPECT_EQ(hive_->SetValueParts(key, Text(RegLimit::ValueNameLength + 1, u'n'), RegType::Sz, parts),
+            RegError::InvalidParameter);
+}
+
 // Collects what ReadValue gives, and the size of every piece.
 class CollectingSink final : public ValueSink {
  public:
