@@ -21,12 +21,21 @@ RegStatus Registry::ReadValue(RegKey key, TextView name, ValueSink& sink) {
   return RegError::Success;
 }
 
-RegStatus Registry::SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) {
-  std::vector<std::uint8_t> joined;
+std::optional<std::uint32_t> ValuePartsSize(ValueParts parts) noexcept {
+  std::size_t size = 0;
   for (const std::span<const std::uint8_t> part : parts) {
-    if (part.size() > RegLimit::ValueBytes - joined.size()) return RegError::InvalidParameter;
-    joined.insert(joined.end(), part.begin(), part.end());
+    if (part.size() > RegLimit::ValueBytes - size) return std::nullopt;
+    size += part.size();
   }
+  return static_cast<std::uint32_t>(size);
+}
+
+RegStatus Registry::SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) {
+  const std::optional<std::uint32_t> size = ValuePartsSize(parts);
+  if (!size) return RegError::InvalidParameter;
+  std::vector<std::uint8_t> joined;
+  joined.reserve(*size);
+  for (const std::span<const std::uint8_t> part : parts) joined.insert(joined.end(), part.begin(), part.end());
   return SetValue(key, name, type, joined.data(), static_cast<std::uint32_t>(joined.size()));
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -103,6 +104,9 @@ class ValueSink {
 
 // A value's data in consecutive parts: a text, then its terminator.
 using ValueParts = std::span<const std::span<const std::uint8_t>>;
+
+// The parts' total size, or nothing where it passes what a value can hold.
+std::optional<std::uint32_t> ValuePartsSize(ValueParts parts) noexcept;
 
 class Registry {
  public:

@@ -107,15 +107,12 @@ RegStatus SqliteHive::ValueWritable(RegKey key, TextView name, const KeyAccess*&
 }
 
 RegStatus SqliteHive::SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) {
-  std::size_t size = 0;
-  for (const std::span<const std::uint8_t> part : parts) {
-    if (part.size() > RegLimit::ValueBytes - size) return RegError::InvalidParameter;
-    size += part.size();
-  }
-  if (size < kLargeValue) return Registry::SetValueParts(key, name, type, parts);
+  const std::optional<std::uint32_t> size = ValuePartsSize(parts);
+  if (!size) return RegError::InvalidParameter;
+  if (*size < kLargeValue) return Registry::SetValueParts(key, name, type, parts);
   const KeyAccess* target = nullptr;
   if (const RegStatus status = ValueWritable(key, name, target); status != RegError::Success) return status;
-  return SetLargeValue(target->id, name, type, parts, static_cast<std::uint32_t>(size));
+  return SetLargeValue(target->id, name, type, parts, *size);
 }
 
 RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
