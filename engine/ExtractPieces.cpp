@@ -5,7 +5,16 @@
 
 namespace nv {
 
-TextView ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, bool showSeparators) {
+namespace {
+
+// The pieces a field names, resolved; none when the range is empty.
+struct ResolvedPieces {
+  bool none;
+  std::size_t first;
+  std::size_t last;
+};
+
+ResolvedPieces ResolvePieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end) {
   const auto lastIndex = static_cast<std::int64_t>(cut.LastIndex());
   const bool wholeText = start == 0 && end == 0;
   const std::int64_t first = start < 0 ? lastIndex + 1 + start : start;
@@ -13,11 +22,21 @@ TextView ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& e
   start = SaturateToInt16(first);
   end = SaturateToInt16(last);
 
-  if (!wholeText && (last > lastIndex || last < first || cut.Whole().empty())) return {};
+  if (!wholeText && (last > lastIndex || last < first || cut.Whole().empty())) return {true, 0, 0};
   if (first < 0) RaiseError(ErrorNumber::SubscriptOutOfRange);
+  return {false, static_cast<std::size_t>(first), static_cast<std::size_t>(last)};
+}
+
+}  // namespace
+
+TextView ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, bool showSeparators) {
+  const ResolvedPieces pieces = ResolvePieces(cut, start, end);
+  if (pieces.none) return {};
+  const std::size_t first = pieces.first;
+  const std::size_t last = pieces.last;
 
   const TextView separator = cut.Separator();
-  TextView range = cut.Range(static_cast<std::size_t>(first), static_cast<std::size_t>(last));
+  TextView range = cut.Range(first, last);
   if (!showSeparators) {
     if (range.ends_with(separator)) range.remove_suffix(separator.size());
     if (range.starts_with(separator)) range.remove_prefix(separator.size());
@@ -29,6 +48,15 @@ TextView ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& e
     return cut.Whole().substr(offset - separator.size(), separator.size() + range.size());
   }
   return range;
+}
+
+UnitSpan ExtractedSpan(const PieceCut& cut, std::int16_t& start, std::int16_t& end) {
+  const ResolvedPieces pieces = ResolvePieces(cut, start, end);
+  if (pieces.none) return {};
+  const TextView range = cut.Range(pieces.first, pieces.last);
+  const auto offset = static_cast<std::size_t>(range.data() - cut.Whole().data());
+  // Piece first - 1, when there is one, ends with the separator just before the range.
+  return {pieces.first > 0 ? offset - cut.Separator().size() : offset, offset + range.size()};
 }
 
 TextView ExtractPieces(TextView text, TextView separator, std::int16_t& start, std::int16_t& end,

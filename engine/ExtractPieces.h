@@ -23,6 +23,15 @@ inline constexpr std::size_t kPositionalReach = 32769;
 // is the one that ends the piece before the range.
 TextView ExtractPieces(const PieceCut& cut, std::int16_t& start, std::int16_t& end, bool showSeparators);
 
+// The units of the cut's text that ExtractPieces reads and gives back for the same start and
+// end, which it resolves and writes back in the same way: its range and the separator
+// before it. Empty when it gives the empty text; fails as it fails.
+struct UnitSpan {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+UnitSpan ExtractedSpan(const PieceCut& cut, std::int16_t& start, std::int16_t& end);
+
 // The same on a cut made for this one call; the result is a view into `text`.
 TextView ExtractPieces(TextView text, TextView separator, std::int16_t& start, std::int16_t& end,
                        bool showSeparators);

@@ -72,13 +72,15 @@ class EndsCollector {
   PieceCut::Ends ends_;
 };
 
-// Collects the separators that start at or after `from` and end within `text`. Returns
-// where the scan of a longer text, with the same start, goes on.
-std::size_t CollectEnds(TextView text, TextView separator, std::size_t from, EndsCollector& collector) {
+// Collects the separators that start at or after `from` and end within `text`, which lies at
+// `base` in the whole text. Returns where the scan of a longer text, with the same start,
+// goes on.
+std::size_t CollectEnds(TextView text, TextView separator, std::size_t from, EndsCollector& collector,
+                        std::size_t base = 0) {
   std::array<std::size_t, 256> batch;
   for (;;) {
     const std::size_t count = FindEvery(text, from, separator, batch);
-    for (std::size_t i = 0; i < count; ++i) collector.Add(static_cast<std::uint32_t>(batch[i]));
+    for (std::size_t i = 0; i < count; ++i) collector.Add(static_cast<std::uint32_t>(base + batch[i]));
     if (count < batch.size()) {
       if (count != 0) from = batch[count - 1];
       // Every place a separator could start and still end within the text was looked at.
@@ -181,6 +183,8 @@ struct PieceScanner::State {
   explicit State(std::size_t reach) : collector(reach) {}
   EndsCollector collector;
   std::size_t from = 0;  // where the next stretch's scan starts
+  std::size_t seen = 0;  // units given to ScanNext
+  Text carried;          // with ScanNext, the units from `from` to `seen`
   bool finished = false;
   const char16_t* finalData = nullptr;
   std::size_t finalSize = 0;
@@ -200,6 +204,37 @@ void PieceScanner::Scan(TextView textSoFar) {
 void PieceScanner::Finish(TextView text) {
   Scan(text);
   state_->finished = FitsOffsets(text);
+  state_->finalData = text.data();
+  state_->finalSize = text.size();
+}
+
+void PieceScanner::ScanNext(TextView part) {
+  State& state = *state_;
+  if (separator_.empty() || part.size() > std::numeric_limits<std::uint32_t>::max() - state.seen) {
+    state.seen += part.size();
+    return;
+  }
+  const std::size_t partAt = state.seen;
+  state.seen += part.size();
+  if (!state.carried.empty()) {
+    // A separator that starts in the carried units ends in the first units of the part.
+    const std::size_t carriedAt = state.from;
+    const TextView head = part.substr(0, separator_.size() - 1);
+    Text joined = state.carried;
+    joined.append(head);
+    state.from = carriedAt + CollectEnds(joined, separator_, 0, state.collector, carriedAt);
+    if (head.size() == part.size()) {  // a part shorter than the separator: all of it carried on
+      state.carried = joined.substr(std::min(state.from - carriedAt, joined.size()));
+      return;
+    }
+  }
+  // The scan of the joined units went at least as far as the part's start.
+  state.from = partAt + CollectEnds(part, separator_, state.from - partAt, state.collector, partAt);
+  state.carried.assign(part.substr(state.from - partAt));
+}
+
+void PieceScanner::FinishParts(TextView text) {
+  state_->finished = text.size() == state_->seen && FitsOffsets(text);
   state_->finalData = text.data();
   state_->finalSize = text.size();
 }

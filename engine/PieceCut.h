@@ -76,6 +76,12 @@ class PieceScanner {
   void Scan(TextView textSoFar);
   // The same, for the whole text.
   void Finish(TextView text);
+  // The text goes on with `part`, when the text is not kept whole as it arrives: the parts
+  // are seen one after the other, and a separator across two of them is found too.
+  void ScanNext(TextView part);
+  // After ScanNext: the text of all the parts is now at `text` (only its place is taken, the
+  // text is not read), so that a cut of it takes what was found.
+  void FinishParts(TextView text);
   // Whether `text` is the very text (the same units at the same place) last given whole.
   bool SawWhole(TextView text) const noexcept;
 

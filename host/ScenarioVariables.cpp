@@ -20,6 +20,17 @@ std::optional<Variant> ScenarioVariables::Get(const Text& scenario, const Text& 
   return ReadStoredValue(registry_, key.Get(), name, scanner);
 }
 
+std::optional<PartlyReadText> ScenarioVariables::GetPartly(const Text& scenario, const Text& name,
+                                                           PieceScanner& scanner, const StretchSelector& select) const {
+  const ReadingScope reading(registry_);
+  UniqueRegKey key;
+  if (OpenUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::QueryValue, key) !=
+      RegError::Success) {
+    return std::nullopt;
+  }
+  return ReadStoredTextPartly(registry_, key.Get(), name, scanner, select);
+}
+
 void ScenarioVariables::Set(const Text& scenario, const Text& name, TextView value) {
   UniqueRegKey key;
   RegStatus status =

@@ -6,6 +6,7 @@
 #include "common/Text.h"
 #include "common/Variant.h"
 #include "engine/PieceCut.h"
+#include "engine/VariablesService.h"
 #include "store/Registry.h"
 
 namespace nv {
@@ -19,6 +20,10 @@ class ScenarioVariables {
   // The value as stored (a text, or a number for a REG_DWORD); nothing when missing. A text
   // goes through `scanner`, when given, as it is read.
   std::optional<Variant> Get(const Text& scenario, const Text& name, PieceScanner* scanner = nullptr) const;
+  // A long text, read through `scanner`, then only in the stretches `select` names; nothing
+  // when missing, another value, or not to be read so.
+  std::optional<PartlyReadText> GetPartly(const Text& scenario, const Text& name, PieceScanner& scanner,
+                                          const StretchSelector& select) const;
   // Raises an error carrying the registry's code when the value cannot be written.
   void Set(const Text& scenario, const Text& name, TextView value);
 

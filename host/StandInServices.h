@@ -24,6 +24,10 @@ class VariablesStandIn final : public VariablesService {
   void SetRegistrySubKey(const Text&) override {}
   Variant GetVariableValue(const Text& scenario, const Text& name) override;
   Variant GetVariableScanned(const Text& scenario, const Text& name, PieceScanner& scanner) override;
+  std::optional<PartlyReadText> GetVariablePartly(const Text& scenario, const Text& name, PieceScanner& scanner,
+                                                  const StretchSelector& select) override {
+    return variables_.GetPartly(scenario, name, scanner, select);
+  }
   void SetVariableValue(const Text& scenario, const Text& name, TextView value) override;
 
  private:

@@ -78,7 +78,92 @@ class StoredValueSink final : public ValueSink {
   std::optional<LargeBufferPreparation> preparation_;  // after the text: gone before it
 };
 
+// Gives each piece of a text value to the scanner and keeps none: the text's last unit,
+// which may be its terminator, is held back until it is known to be the last.
+class ScanningSink final : public ValueSink {
+ public:
+  explicit ScanningSink(PieceScanner& scanner) : scanner_(scanner) {}
+
+  void Begin(std::uint32_t, std::uint32_t) override {}
+  void Append(const std::uint8_t* data, std::uint32_t size) override {
+    if (pending_ == 0 && size % 2 == 0 && reinterpret_cast<std::uintptr_t>(data) % alignof(char16_t) == 0) {
+      Scan(TextView(reinterpret_cast<const char16_t*>(data), size / 2));  // as the hive gives them
+      return;
+    }
+    aligned_.resize((pending_ + size) / 2);
+    std::memcpy(reinterpret_cast<std::uint8_t*>(aligned_.data()), odd_, pending_);
+    std::memcpy(reinterpret_cast<std::uint8_t*>(aligned_.data()) + pending_, data, aligned_.size() * 2 - pending_);
+    const std::size_t used = aligned_.size() * 2 - pending_;
+    pending_ = size - used;
+    if (pending_ != 0) odd_[0] = data[size - 1];
+    Scan(aligned_);
+  }
+  // The units seen, the terminator left out.
+  std::size_t Finish() {
+    if (held_ && last_ != u'\0') scanner_.ScanNext(TextView(&last_, 1));
+    return held_ && last_ == u'\0' ? seen_ - 1 : seen_;
+  }
+
+ private:
+  void Scan(TextView units) {
+    if (units.empty()) return;
+    if (held_) scanner_.ScanNext(TextView(&last_, 1));
+    scanner_.ScanNext(units.substr(0, units.size() - 1));
+    last_ = units.back();
+    held_ = true;
+    seen_ += units.size();
+  }
+
+  PieceScanner& scanner_;
+  std::size_t seen_ = 0;
+  Text aligned_;
+  std::uint8_t odd_[1] = {};
+  std::size_t pending_ = 0;
+  char16_t last_ = 0;
+  bool held_ = false;
+};
+
+// The stretches in byte ranges, sorted and joined where they meet, so that each byte is
+// read once.
+std::vector<ByteRange> JoinedRanges(std::vector<UnitSpan> spans, std::size_t units) {
+  std::sort(spans.begin(), spans.end(), [](const UnitSpan& a, const UnitSpan& b) { return a.begin < b.begin; });
+  std::vector<ByteRange> ranges;
+  for (const UnitSpan& span : spans) {
+    const std::size_t end = std::min(span.end, units);
+    if (span.begin >= end) continue;
+    const auto begin = static_cast<std::uint32_t>(span.begin * 2);
+    if (!ranges.empty() && begin <= ranges.back().end) {
+      ranges.back().end = std::max(ranges.back().end, static_cast<std::uint32_t>(end * 2));
+    } else {
+      ranges.push_back({begin, static_cast<std::uint32_t>(end * 2)});
+    }
+  }
+  return ranges;
+}
+
 }  // namespace
+
+std::optional<PartlyReadText> ReadStoredTextPartly(Registry& registry, RegKey key, TextView name,
+                                                   PieceScanner& scanner, const StretchSelector& select) {
+  if (std::endian::native != std::endian::little || !registry.ReadsValuesInPieces()) return std::nullopt;
+  const ReadingScope reading(registry);  // the scan and the stretches read from one state of the value
+  std::uint32_t type = 0;
+  std::uint32_t size = 0;
+  if (registry.QueryValue(key, name, &type, nullptr, &size) != RegError::Success) return std::nullopt;
+  if (size < kPartlyReadBytes || (type == RegType::Dword && size == 4)) return std::nullopt;
+  ScanningSink sink(scanner);
+  if (registry.ReadValue(key, name, sink) != RegError::Success) return std::nullopt;
+  PartlyReadText text(sink.Finish());
+  scanner.FinishParts(text.View());
+  if (!scanner.SawWhole(text.View())) return std::nullopt;  // a cut would scan units never read
+  const std::vector<ByteRange> ranges = JoinedRanges(select(text.View(), scanner), text.View().size());
+  // The value's bytes and the text's units lie at the same offsets.
+  if (registry.ReadValueRanges(key, name, size, ranges, reinterpret_cast<std::uint8_t*>(text.Data())) !=
+      RegError::Success) {
+    return std::nullopt;
+  }
+  return text;
+}
 
 std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView name, PieceScanner* scanner) {
   StoredValueSink sink(scanner);

@@ -5,12 +5,19 @@
 
 #include "common/Variant.h"
 #include "engine/PieceCut.h"
+#include "engine/VariablesService.h"
 #include "store/Registry.h"
 
 namespace nv {
 
 // A text value goes through `scanner`, when given, piece by piece as it is read.
 std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView name, PieceScanner* scanner = nullptr);
+// A long text value (of kPartlyReadBytes or more) read through `scanner` in pieces, none
+// of them kept, then only in the stretches that `select` names. Nothing when the value is
+// another or the registry cannot read values so.
+inline constexpr std::uint32_t kPartlyReadBytes = 1 << 20;
+std::optional<PartlyReadText> ReadStoredTextPartly(Registry& registry, RegKey key, TextView name,
+                                                   PieceScanner& scanner, const StretchSelector& select);
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value);
 RegStatus WriteStoredNumber(Registry& registry, RegKey key, TextView name, std::uint32_t value);
 

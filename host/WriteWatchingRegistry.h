@@ -49,6 +49,11 @@ class WriteWatchingRegistry final : public Registry {
   RegStatus ReadValue(RegKey key, TextView name, ValueSink& sink) override {
     return inner_.ReadValue(key, name, sink);
   }
+  bool ReadsValuesInPieces() const override { return inner_.ReadsValuesInPieces(); }
+  RegStatus ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
+                            std::uint8_t* data) override {
+    return inner_.ReadValueRanges(key, name, size, ranges, data);
+  }
   void BeginBatch() override { inner_.BeginBatch(); }
   void CommitBatch() override { inner_.CommitBatch(); }
   void AbandonBatch() override { inner_.AbandonBatch(); }

@@ -46,21 +46,58 @@ void StoreResults(VariablesService& variables, const Text& scenario, const std::
   }
 }
 
-void ExtractFields(VariablesService& variables, const Text& scenario, const TaskDefinition& definition,
-                   std::optional<PieceScanner>& scanner) {
-  // One cut of the text serves every field.
-  const PieceCut cut = scanner ? PieceCut(definition.Chaine, std::move(*scanner))
-                               : PieceCut(definition.Chaine, definition.Separateur, kPositionalReach);
+// The fields of a positional task in order, each with its start and end: a field without
+// a number keeps those of the field before, as the extraction resolved them.
+template <typename Take>
+void ForEachField(const std::vector<TaskField>& fields, Take take) {
   std::int16_t start = 0;
   std::int16_t end = 0;
-  for (const TaskField& field : definition.Fields) {
+  for (const TaskField& field : fields) {
     if (IsNumeric(field.Start)) start = ToInteger(field.Start);
     if (IsNumeric(field.End)) end = ToInteger(field.End);
+    take(field, start, end);
+  }
+}
+
+void ExtractFields(VariablesService& variables, const Text& scenario, const std::vector<TaskField>& fields,
+                   const PieceCut& cut) {
+  ForEachField(fields, [&](const TaskField& field, std::int16_t& start, std::int16_t& end) {
     const bool showSeparators = ToBoolean(field.ShowSep);
     if (!field.Var.empty()) {
       variables.SetVariableValue(scenario, field.Var.substr(1), ExtractPieces(cut, start, end, showSeparators));
     }
+  });
+}
+
+// The stretches of the text that the fields will take, up to the first field that fails:
+// it fails again when it is extracted, after the fields before it are stored.
+std::vector<UnitSpan> FieldStretches(const PieceCut& cut, const std::vector<TaskField>& fields) {
+  std::vector<UnitSpan> stretches;
+  try {
+    ForEachField(fields, [&](const TaskField& field, std::int16_t& start, std::int16_t& end) {
+      if (!field.Var.empty()) stretches.push_back(ExtractedSpan(cut, start, end));
+    });
+  } catch (const RuntimeError&) {
   }
+  return stretches;
+}
+
+// The text of a positional task over a variable, its separator given as it is: the variable
+// is cut as it is read, and only what the fields take is kept, so that a log of many MiB
+// costs neither the memory nor the copy of its lines in between.
+struct PositionalText {
+  std::optional<PartlyReadText> partly;
+  std::optional<PieceCut> cut;
+};
+
+void ReadFieldStretches(const Text& scenario, const TaskDefinition& definition, PositionalText& text) {
+  PieceScanner scanner(definition.Separateur, kPositionalReach);
+  const StretchSelector select = [&](TextView whole, PieceScanner& scanned) {
+    text.cut.emplace(whole, std::move(scanned));
+    return FieldStretches(*text.cut, definition.Fields);
+  };
+  text.partly = ResolveVariablePartly(scenario, definition.Chaine.substr(1), scanner, select);
+  if (!text.partly) text.cut.reset();
 }
 
 }  // namespace
@@ -79,10 +116,12 @@ void ExtractionChaine::ExecuteTache() {
     // A separator given as it is lets the fields' pieces be found while the text is read,
     // each stretch while it is still in the processor's cache.
     std::optional<PieceScanner> scanner;
+    PositionalText positional;
     if (Definition.Fonction == FunctionCode::Substrings && !IsVariableReference(Definition.Separateur)) {
-      scanner.emplace(Definition.Separateur, kPositionalReach);
+      if (IsVariableReference(Definition.Chaine)) ReadFieldStretches(Scen, Definition, positional);
+      if (!positional.partly) scanner.emplace(Definition.Separateur, kPositionalReach);
     }
-    ResolveInPlace(Scen, Definition.Chaine, scanner ? &*scanner : nullptr);
+    if (!positional.partly) ResolveInPlace(Scen, Definition.Chaine, scanner ? &*scanner : nullptr);
     for (Text* text : {&Definition.Separateur, &Definition.Masque, &Definition.Filtre}) ResolveInPlace(Scen, *text);
     variables = ModuleServices().CreateVariablesService();
     variables->SetScenarioName(Scen);
@@ -95,7 +134,14 @@ void ExtractionChaine::ExecuteTache() {
         break;
       }
       case FunctionCode::Substrings:
-        ExtractFields(*variables, Scen, Definition, scanner);
+        if (positional.cut) {
+          ExtractFields(*variables, Scen, Definition.Fields, *positional.cut);
+        } else {
+          // One cut of the text serves every field.
+          const PieceCut cut = scanner ? PieceCut(Definition.Chaine, std::move(*scanner))
+                                       : PieceCut(Definition.Chaine, Definition.Separateur, kPositionalReach);
+          ExtractFields(*variables, Scen, Definition.Fields, cut);
+        }
         break;
       case FunctionCode::FindValues: {
         std::int16_t start = 0;

@@ -27,6 +27,11 @@ Variant ResolveVariable(const Text& scenario, const Text& name, PieceScanner& sc
   return ServiceInContext(scenario)->GetVariableScanned(scenario, name, scanner);
 }
 
+std::optional<PartlyReadText> ResolveVariablePartly(const Text& scenario, const Text& name, PieceScanner& scanner,
+                                                    const StretchSelector& select) {
+  return ServiceInContext(scenario)->GetVariablePartly(scenario, name, scanner, select);
+}
+
 bool LookUpVariable(const Text& scenario, const Text& name, Variant& value) {
   try {
     const std::unique_ptr<VariablesService> service = ModuleServices().CreateVariablesService();

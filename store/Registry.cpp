@@ -1,5 +1,7 @@
 #include "store/Registry.h"
 
+#include <algorithm>
+
 namespace nv {
 
 RegStatus Registry::ReadValue(RegKey key, TextView name, ValueSink& sink) {
@@ -18,6 +20,23 @@ RegStatus Registry::ReadValue(RegKey key, TextView name, ValueSink& sink) {
   if (status != RegError::Success) return status;
   sink.Begin(type, size);
   sink.Append(data.data(), size);
+  return RegError::Success;
+}
+
+RegStatus Registry::ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
+                                    std::uint8_t* data) {
+  class WholeValue final : public ValueSink {
+   public:
+    void Begin(std::uint32_t, std::uint32_t size) override { bytes.reserve(size); }
+    void Append(const std::uint8_t* data, std::uint32_t size) override { bytes.insert(bytes.end(), data, data + size); }
+    std::vector<std::uint8_t> bytes;
+  } whole;
+  if (const RegStatus status = ReadValue(key, name, whole); status != RegError::Success) return status;
+  if (whole.bytes.size() != size) return RegError::BadDatabase;
+  for (const ByteRange range : ranges) {
+    if (range.begin > range.end || range.end > size) return RegError::InvalidParameter;
+    std::copy(whole.bytes.begin() + range.begin, whole.bytes.begin() + range.end, data + range.begin);
+  }
   return RegError::Success;
 }
 

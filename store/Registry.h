@@ -102,6 +102,12 @@ class ValueSink {
   ~ValueSink() = default;
 };
 
+// Bytes [begin, end) of a value.
+struct ByteRange {
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;
+};
+
 // A value's data in consecutive parts: a text, then its terminator.
 using ValueParts = std::span<const std::span<const std::uint8_t>>;
 
@@ -158,6 +164,13 @@ class Registry {
   // MiB in pieces, so that it reaches the caller's storage with no buffer of its size in
   // between and none to zero-fill first. This one reads it whole with QueryValue.
   virtual RegStatus ReadValue(RegKey key, TextView name, ValueSink& sink);
+  // Whether ReadValue gives a large value in pieces and ReadValueRanges reads the ranges alone.
+  virtual bool ReadsValuesInPieces() const { return false; }
+  // The bytes of `ranges` of a value of `size` bytes into the same places of `data`, a buffer
+  // of that size; the rest of `data` is left as it is. BadDatabase when the value now has
+  // another size. This one reads the value whole and copies the ranges.
+  virtual RegStatus ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
+                                    std::uint8_t* data);
 
   // A batch of writes lands whole or not at all where the backend can promise it (the
   // hive); elsewhere these do nothing.

@@ -43,6 +43,9 @@ class SqliteHive final : public Registry {
   RegStatus CloseKey(RegKey key) override;
   RegStatus QueryValue(RegKey key, TextView name, std::uint32_t* type, std::uint8_t* data,
                        std::uint32_t* size) override;
+  bool ReadsValuesInPieces() const override { return true; }
+  RegStatus ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
+                            std::uint8_t* data) override;
   RegStatus SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) override;
   RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
                      std::uint32_t size) override;

@@ -98,6 +98,34 @@ RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, Val
   return RegError::Success;
 }
 
+RegStatus SqliteHive::ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
+                                      std::uint8_t* data) {
+  const KeyAccess* target = Lookup(key);
+  if (target == nullptr) return RegError::InvalidHandle;
+  if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
+  StatementRun run(statements_.queryValue);
+  if (const RegStatus status = StepToValue(*target, name, run); status != RegError::Success) return status;
+  if (static_cast<std::uint32_t>(run.Int(1)) != size) return RegError::BadDatabase;
+  for (const ByteRange range : ranges) {
+    if (range.begin > range.end || range.end > size) return RegError::InvalidParameter;
+  }
+  if (size <= kInlineValueBytes) {
+    const std::span<const std::uint8_t> bytes = run.Blob(3);
+    for (const ByteRange range : ranges) std::memcpy(data + range.begin, bytes.data() + range.begin, range.end - range.begin);
+    return RegError::Success;
+  }
+  // One blob for every range: each read is a walk along the value's pages, in place.
+  SqliteBlob blob;
+  if (const RegStatus status = OpenValueBlob(run.Int(2), size, blob); status != RegError::Success) return status;
+  for (const ByteRange range : ranges) {
+    if (range.end == range.begin) continue;
+    const int rc = sqlite3_blob_read(blob.get(), data + range.begin, static_cast<int>(range.end - range.begin),
+                                     static_cast<int>(range.begin));
+    if (rc != SQLITE_OK) return StatusFromSqlite(rc);
+  }
+  return RegError::Success;
+}
+
 RegStatus SqliteHive::ValueWritable(RegKey key, TextView name, const KeyAccess*& target) {
   target = Lookup(key);
   if (target == nullptr) return RegError::InvalidHandle;
