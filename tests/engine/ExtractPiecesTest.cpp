@@ -97,3 +97,51 @@ TEST(ExtractPieces, PositionsBeyondSixteenBitsAreWrittenBackSaturated) {
 
 }  // namespace
 }  // namespace nv
+
+namespace nv {
+namespace {
+
+// A field's span holds all that its extraction reads and gives back, whatever the range: only
+// that span of a variable read in part is read.
+TEST(ExtractPieces, TheSpanHoldsWhatTheFieldTakes) {
+  const struct {
+    Text text;
+    Text separator;
+  } cases[] = {{u"a;bb;;ccc;", u";"}, {u"l1\r\nl2\r\n\r\nl4", u"\r\n"}, {u"no separator", u"|"}, {u"", u";"}};
+  for (const auto& c : cases) {
+    const PieceCut cut(c.text, c.separator, kPositionalReach);
+    for (int s = -7; s <= 7; ++s) {
+      for (int e = -7; e <= 7; ++e) {
+        for (const bool show : {false, true}) {
+          SCOPED_TRACE(testing::Message() << "start " << s << ", end " << e << ", show " << show);
+          auto spanStart = static_cast<std::int16_t>(s), spanEnd = static_cast<std::int16_t>(e);
+          auto start = spanStart, end = spanEnd;
+          UnitSpan span;
+          bool spanFails = false, extractFails = false;
+          try {
+            span = ExtractedSpan(cut, spanStart, spanEnd);
+          } catch (const RuntimeError&) {
+            spanFails = true;
+          }
+          TextView taken;
+          try {
+            taken = ExtractPieces(cut, start, end, show);
+          } catch (const RuntimeError&) {
+            extractFails = true;
+          }
+          ASSERT_EQ(spanFails, extractFails);
+          if (extractFails) continue;
+          EXPECT_EQ(spanStart, start);
+          EXPECT_EQ(spanEnd, end);
+          if (taken.empty()) continue;
+          const auto at = static_cast<std::size_t>(taken.data() - cut.Whole().data());
+          EXPECT_GE(at, span.begin);
+          EXPECT_LE(at + taken.size(), span.end);
+        }
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace nv

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <random>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/ExtractPieces.h"
@@ -39,7 +41,7 @@ struct CutCase {
   std::size_t reach;
 };
 
-TEST(PieceCut, AgreesWithOneSearchAtATimeWhereverItReaches) {
+std::vector<CutCase> CutCases() {
   const std::size_t large = 3u << 20;  // divided between threads where the machine has several
   Text sparse(large, u'x');            // three separators, all in the first stretch
   sparse.replace(10, 1, u";");
@@ -48,7 +50,7 @@ TEST(PieceCut, AgreesWithOneSearchAtATimeWhereverItReaches) {
   Text tailOnly(large, u'x');  // two separators at the very end
   tailOnly.replace(large - 3, 1, u";");
   tailOnly.replace(large - 1, 1, u";");
-  const CutCase cases[] = {
+  return {
       {"short, every piece", u"a;b;;c;", u";", kEveryPiece},
       {"short, reach 1", u"a;b;;c;", u";", 1},
       {"short, reach 2 overlapping", u"a;b;c", u";", 2},
@@ -63,7 +65,22 @@ TEST(PieceCut, AgreesWithOneSearchAtATimeWhereverItReaches) {
       {"large, separators at the end", tailOnly, u";", 1},
       {"large, separators at the end, every piece", tailOnly, u";", kEveryPiece},
   };
-  for (const CutCase& c : cases) {
+}
+
+// What a cut of the text gives for the pieces within its reach: their places and sizes.
+std::vector<std::pair<std::size_t, std::size_t>> PiecesInReach(const PieceCut& cut, std::size_t reach) {
+  std::vector<std::pair<std::size_t, std::size_t>> pieces;
+  const std::size_t last = cut.LastIndex();
+  for (std::size_t i = 0; i <= last; ++i) {
+    if (i >= reach && last - i >= reach) i = last - reach + 1;
+    const TextView piece = cut.Piece(i);
+    pieces.emplace_back(static_cast<std::size_t>(piece.data() - cut.Whole().data()), piece.size());
+  }
+  return pieces;
+}
+
+TEST(PieceCut, AgreesWithOneSearchAtATimeWhereverItReaches) {
+  for (const CutCase& c : CutCases()) {
     SCOPED_TRACE(c.name);
     const std::vector<std::size_t> ends = ReferenceEnds(c.text, c.separator);
     const PieceCut cut(c.text, c.separator, c.reach);
@@ -81,6 +98,33 @@ TEST(PieceCut, AgreesWithOneSearchAtATimeWhereverItReaches) {
     EXPECT_EQ(cut.Range(0, last), TextView(c.text));
     if (reach > 1) {
       EXPECT_EQ(cut.Range(1, last - 1), reference(1, last - 1));
+    }
+  }
+}
+
+// A text given to the scanner in parts, as a variable is read without being kept: every
+// separator is found, those across parts and those longer than a part too.
+TEST(PieceCut, ScannedInPartsAsWhole) {
+  std::vector<CutCase> cases = CutCases();
+  cases.push_back({"separators across parts", u"ab<sep/>cd<sep/><sep/>e<se<sep/>", u"<sep/>", kEveryPiece});
+  cases.push_back({"empty separator", u"a;b", u"", kPositionalReach});
+  for (const CutCase& c : cases) {
+    const std::size_t longest = c.text.size() > 1000 ? 300000 : 9;
+    for (const std::size_t seed : {1u, 2u, 3u}) {
+      SCOPED_TRACE(std::string(c.name) + ", seed " + std::to_string(seed));
+      std::mt19937 random(static_cast<std::uint32_t>(seed));
+      PieceScanner scanner(c.separator, c.reach);
+      for (std::size_t at = 0; at < c.text.size();) {
+        const std::size_t part = std::min<std::size_t>(c.text.size() - at, random() % longest + 1);
+        scanner.ScanNext(TextView(c.text).substr(at, part));
+        at += part;
+      }
+      scanner.FinishParts(c.text);
+      ASSERT_TRUE(scanner.SawWhole(c.text));
+      const PieceCut scanned(c.text, std::move(scanner));
+      const PieceCut whole(c.text, c.separator, c.reach);
+      ASSERT_EQ(scanned.LastIndex(), whole.LastIndex());
+      EXPECT_EQ(PiecesInReach(scanned, c.reach), PiecesInReach(whole, c.reach));
     }
   }
 }

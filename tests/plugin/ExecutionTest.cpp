@@ -141,6 +141,57 @@ TEST_F(Execution, SubstringsCarryStartAndEndFromFieldToField) {
   EXPECT_EQ(Variable(u"F3"), u"c");
 }
 
+// A positional task over a long variable, whose separator is given as it is, reads only the
+// stretches its fields take: it stores what the same task stores when its separator is a
+// variable, which takes the text whole. A field overwrites the variable it reads, and a field
+// that fails stops the run after the ones before it are stored.
+TEST_F(Execution, ALongVariableGivesWhatItsWholeTextGives) {
+  Text log;
+  for (int line = 0; log.size() < (700u << 10); ++line)
+    log += u"line " + DecimalText(line) + u" of a log long enough to be read in part\r\n";
+  const struct {
+    const char16_t *var, *start, *end, *showSep;
+  } fields[] = {
+      {u"@First", u"0", u"1", u"False"},   {u"@Last100", u"-101", u"0", u"False"},
+      {u"@Middle", u"999", u"1999", u"True"}, {u"@Whole", u"0", u"0", u"False"},
+      {u"@Inner", u"5", u"-5", u"True"},   {u"@Carried", u"", u"", u"True"},
+      {u"", u"-3", u"0", u"True"},         {u"@Tail", u"", u"", u"True"},
+      {u"@Log", u"0", u"2", u"True"},      {u"@Fails", u"-32768", u"0", u"False"},
+      {u"@After", u"0", u"1", u"False"},
+  };
+  // Without the fields that take most of the text, a stretch read too short shows.
+  for (const bool wide : {true, false}) {
+    SCOPED_TRACE(wide ? "with the wide fields" : "without them");
+    const auto var = [&](std::size_t i) { return wide || (i != 3 && i != 4) ? Text(fields[i].var) : Text(); };
+    std::vector<std::vector<std::optional<Text>>> runs;
+    for (const Text separator : {u"\r\n", u"@Sep"}) {
+      SetVariable(u"Log", log);
+      SetVariable(u"Sep", u"\r\n");
+      DefineTask(1, u"@Log", separator, {});
+      PutDword(Reg(), kTask, u"Fields.Count", std::size(fields));
+      for (std::size_t i = 0; i < std::size(fields); ++i) {
+        DefineSubstringField(static_cast<int>(i + 1), var(i), fields[i].start, fields[i].end, fields[i].showSep);
+        if (!var(i).empty() && var(i) != u"@Log") SetVariable(var(i).substr(1), u"before");
+      }
+      { const Text poison(log.size() + 64, u'#'); }  // what memory used again would hold, not the log
+      Execute();
+      EXPECT_EQ(Stored(u"Etat"), Variant::FromLong(3));
+      std::vector<std::optional<Text>> stored;
+      for (std::size_t i = 0; i < std::size(fields); ++i)
+        stored.push_back(var(i).empty() ? std::nullopt : Variable(var(i).substr(1)));
+      runs.push_back(std::move(stored));
+    }
+    // Compared without printing texts of many KiB.
+    EXPECT_TRUE(runs[0] == runs[1]);
+    if (wide) {
+      EXPECT_TRUE(runs[0][3] == log.substr(0, log.size() - 2));  // its last separator taken off
+    }
+    EXPECT_EQ(runs[0][0], u"line 0 of a log long enough to be read in part");
+    EXPECT_EQ(runs[0][9], u"before");
+    EXPECT_EQ(runs[0][10], u"before");
+  }
+}
+
 TEST_F(Execution, FindWithoutMatchEmptiesTheFirstVariable) {
   SetVariable(u"N", u"old");
   DefineTask(2, u"x=1", u"", {u"@N"});

@@ -440,5 +440,97 @@ TEST_F(Hive, StoredTextsCutAsTheyAreRead) {
   }
 }
 
+// A long text read in part: cut as it is read, only the stretches chosen are filled in, and
+// the value is left to a whole read when it is no long text.
+TEST_F(Hive, LongTextsAreReadInTheStretchesChosen) {
+  const RegKey key = Key(u"Partly");
+  constexpr std::size_t kPieceUnits = 131072;  // the hive's pieces, in units
+  Text lines(5 * kPieceUnits + 3, u'x');
+  for (const std::size_t at : {std::size_t{7}, kPieceUnits - 1, 2 * kPieceUnits, 4 * kPieceUnits + 9})
+    lines.replace(at, 2, u"\r\n");
+  Text nulls(5 * kPieceUnits, u'n');
+  nulls[kPieceUnits] = nulls[nulls.size() - 1] = u'\0';  // the last one is kept: a terminator follows
+  const struct Case {
+    Bytes data;
+    std::uint32_t type;
+    Text text;  // as a whole read gives it; empty: not read in part
+    Text separator;
+    std::size_t reach;
+  } cases[] = {
+      {BytesFromText(lines), RegType::Sz, lines, u"\r\n", kEveryPiece},
+      {BytesFromText(lines), RegType::ExpandSz, lines, u"\r\n", 1},
+      {FirstBytes(BytesFromText(lines), lines.size() * 2 - 1), RegType::Sz, lines.substr(0, lines.size() - 1), u"\r\n",
+       kEveryPiece},  // an odd size: the last byte is no unit
+      {BytesFromText(nulls), RegType::Sz, nulls, Text(1, u'\0'), kEveryPiece},
+      {BytesFromText(u"short;text"), RegType::Sz, u"", u";", kEveryPiece},
+      {Bytes{7, 0, 0, 0}, RegType::Dword, u"", u";", kEveryPiece},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.data.size());
+    ASSERT_EQ(Set(key, u"v", c.data, c.type), ok);
+    const PieceCut whole(c.text, c.separator, c.reach);
+    std::vector<UnitSpan> chosen;
+    PieceScanner scanner(c.separator, c.reach);
+    const std::optional<PartlyReadText> read =
+        ReadStoredTextPartly(*hive_, key, u"v", scanner, [&](TextView text, PieceScanner& scanned) {
+          const PieceCut cut(text, std::move(scanned));
+          EXPECT_EQ(cut.LastIndex(), whole.LastIndex());
+          for (std::size_t i = 0; i <= std::min<std::size_t>(cut.LastIndex(), 2); ++i) {
+            const TextView piece = cut.Piece(i);
+            const auto at = static_cast<std::size_t>(piece.data() - text.data());
+            EXPECT_EQ(at, static_cast<std::size_t>(whole.Piece(i).data() - whole.Whole().data()));
+            chosen.push_back({at, at + piece.size()});
+          }
+          chosen.push_back({text.size() - 5, text.size()});
+          chosen.push_back({kPieceUnits - 3, kPieceUnits + 3});  // across two pieces the hive reads
+          return chosen;
+        });
+    ASSERT_EQ(read.has_value(), !c.text.empty());
+    if (!read) continue;
+    ASSERT_EQ(read->View().size(), c.text.size());
+    for (const UnitSpan span : chosen) {
+      EXPECT_EQ(read->View().substr(span.begin, span.end - span.begin),
+                TextView(c.text).substr(span.begin, span.end - span.begin));
+    }
+  }
+}
+
+// The ranges of a value, read alone by the hive or out of the whole value by any registry.
+TEST_F(Hive, ValueRangesAreReadInPlace) {
+  const RegKey key = Key(u"Ranges");
+  Bytes large(3u << 20);
+  for (std::size_t i = 0; i < large.size(); ++i) large[i] = static_cast<std::uint8_t>(i * 7 + i / 251);
+  const Bytes small = {1, 2, 3, 4, 5, 6, 7, 8, 9};
+  const ByteRange ranges[] = {{0, 3}, {5, 5}, {6, 9}};
+  const ByteRange largeRanges[] = {{0, 3}, {65530, 65540}, {1u << 20, (1u << 20) + 70000}, {(3u << 20) - 2, 3u << 20}};
+  const ByteRange beyond[] = {{0, 10}};
+  const struct Case {
+    const Bytes* value;
+    std::span<const ByteRange> ranges;
+    std::uint32_t size;
+    RegStatus status;
+  } cases[] = {
+      {&small, ranges, 9, ok},
+      {&large, largeRanges, 3u << 20, ok},
+      {&small, beyond, 9, RegError::InvalidParameter},
+      {&small, ranges, 10, RegError::BadDatabase},
+  };
+  for (const bool alone : {true, false}) {
+    for (const Case& c : cases) {
+      SCOPED_TRACE(testing::Message() << "alone " << alone << ", size " << c.value->size());
+      ASSERT_EQ(Set(key, u"v", *c.value), ok);
+      Bytes data(c.size, 0xEE);
+      const RegStatus status = alone ? hive_->ReadValueRanges(key, u"v", c.size, c.ranges, data.data())
+                                     : hive_->Registry::ReadValueRanges(key, u"v", c.size, c.ranges, data.data());
+      ASSERT_EQ(status, c.status);
+      if (status != ok) continue;
+      Bytes expected(c.size, 0xEE);
+      for (const ByteRange range : c.ranges)
+        std::copy(c.value->begin() + range.begin, c.value->begin() + range.end, expected.begin() + range.begin);
+      EXPECT_EQ(data, expected);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace nv::test
