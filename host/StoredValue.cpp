@@ -90,10 +90,11 @@ class ScanningSink final : public ValueSink {
       Scan(TextView(reinterpret_cast<const char16_t*>(data), size / 2));  // as the hive gives them
       return;
     }
+    // A byte left over from the piece before goes first; an odd last byte waits for the next.
     aligned_.resize((pending_ + size) / 2);
-    std::memcpy(reinterpret_cast<std::uint8_t*>(aligned_.data()), odd_, pending_);
-    std::memcpy(reinterpret_cast<std::uint8_t*>(aligned_.data()) + pending_, data, aligned_.size() * 2 - pending_);
     const std::size_t used = aligned_.size() * 2 - pending_;
+    std::memcpy(reinterpret_cast<std::uint8_t*>(aligned_.data()), odd_, pending_);
+    std::memcpy(reinterpret_cast<std::uint8_t*>(aligned_.data()) + pending_, data, used);
     pending_ = size - used;
     if (pending_ != 0) odd_[0] = data[size - 1];
     Scan(aligned_);
