@@ -49,6 +49,9 @@ std::size_t FindEveryPortable(TextView text, std::size_t from, TextView needle, 
 std::size_t ScanForSse2(const char16_t* first, std::size_t count, char16_t unit) noexcept;
 std::size_t FindFromSse2(TextView text, std::size_t from, TextView needle) noexcept;
 std::size_t FindEverySse2(TextView text, std::size_t from, TextView needle, std::span<std::size_t> ends) noexcept;
+// Only where HasAvx2().
+std::size_t FindEveryAvx2(TextView text, std::size_t from, TextView needle, std::span<std::size_t> ends) noexcept;
+bool HasAvx2() noexcept;
 #endif
 }  // namespace detail
 

@@ -55,6 +55,7 @@ TEST(Scan, EveryVariantFindsWhatTheStandardSearchFinds) {
 #if defined(__SSE2__)
   findFrom.emplace_back("sse2", &detail::FindFromSse2);
   findEvery.emplace_back("sse2", &detail::FindEverySse2);
+  if (detail::HasAvx2()) findEvery.emplace_back("avx2", &detail::FindEveryAvx2);
 #endif
   std::mt19937 random(11);
   const TextView alphabet = u"aab;\r\n";
