@@ -212,7 +212,12 @@ __attribute__((target("avx2"))) std::size_t FindEveryAvx2(TextView text, std::si
 }
 
 bool HasAvx2() noexcept {
-  static const bool has = __builtin_cpu_supports("avx2");
+  // Initialised here too: a caller may come before the runtime's own constructors have run
+  // (a DLL's, say).
+  static const bool has = [] {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("avx2") != 0;
+  }();
   return has;
 }
 #endif
