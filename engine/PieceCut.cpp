@@ -4,10 +4,10 @@
 #include <array>
 #include <exception>
 #include <limits>
-#include <system_error>
 #include <thread>
 
 #include "common/Error.h"
+#include "engine/RunTogether.h"
 #include "engine/Scan.h"
 
 namespace nv {
@@ -150,17 +150,7 @@ PieceCut::Ends ScanText(TextView text, TextView separator, std::size_t reach) {
       failures[i] = std::current_exception();
     }
   };
-  {
-    std::vector<std::jthread> helpers;
-    for (unsigned i = 1; i < stretches; ++i) {
-      try {
-        helpers.emplace_back(scan, i);
-      } catch (const std::system_error&) {
-        scan(i);  // no thread to spare: this one scans that stretch too
-      }
-    }
-    scan(0);
-  }
+  RunTogether(stretches, scan);
   for (const std::exception_ptr& failure : failures)
     if (failure) std::rethrow_exception(failure);
   PieceCut::Ends ends = std::move(found[0]);
