@@ -25,19 +25,20 @@ RegStatus Registry::ReadValue(RegKey key, TextView name, ValueSink& sink) {
 
 RegStatus Registry::ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
                                     std::uint8_t* data) {
-  class WholeValue final : public ValueSink {
-   public:
-    void Begin(std::uint32_t, std::uint32_t size) override { bytes.reserve(size); }
-    void Append(const std::uint8_t* data, std::uint32_t size) override { bytes.insert(bytes.end(), data, data + size); }
-    std::vector<std::uint8_t> bytes;
-  } whole;
-  if (const RegStatus status = ReadValue(key, name, whole); status != RegError::Success) return status;
-  if (whole.bytes.size() != size) return RegError::BadDatabase;
-  for (const ByteRange range : ranges) {
-    if (range.begin > range.end || range.end > size) return RegError::InvalidParameter;
-    std::copy(whole.bytes.begin() + range.begin, whole.bytes.begin() + range.end, data + range.begin);
-  }
+  if (!RangesWithin(ranges, size)) return RegError::InvalidParameter;
+  std::vector<std::uint8_t> whole(size);
+  std::uint32_t read = size;
+  const RegStatus status = QueryValue(key, name, nullptr, whole.data(), &read);
+  if (status == RegError::MoreData || (status == RegError::Success && read != size)) return RegError::BadDatabase;
+  if (status != RegError::Success) return status;
+  for (const ByteRange range : ranges)
+    std::copy(whole.begin() + range.begin, whole.begin() + range.end, data + range.begin);
   return RegError::Success;
+}
+
+bool RangesWithin(std::span<const ByteRange> ranges, std::uint32_t size) noexcept {
+  return std::all_of(ranges.begin(), ranges.end(),
+                     [size](const ByteRange range) { return range.begin <= range.end && range.end <= size; });
 }
 
 std::optional<std::uint32_t> ValuePartsSize(ValueParts parts) noexcept {

@@ -108,6 +108,9 @@ struct ByteRange {
   std::uint32_t end = 0;
 };
 
+// Whether every range is in order and ends within `size` bytes.
+bool RangesWithin(std::span<const ByteRange> ranges, std::uint32_t size) noexcept;
+
 // A value's data in consecutive parts: a text, then its terminator.
 using ValueParts = std::span<const std::span<const std::uint8_t>>;
 

@@ -99,6 +99,8 @@ class SqliteHive final : public Registry {
   RegStatus ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std::uint32_t size);
   // Steps `run`, over the value query, to the row of value `name` of `target`.
   RegStatus StepToValue(const KeyAccess& target, TextView name, StatementRun& run);
+  // The same from a handle, which must allow reading values.
+  RegStatus StepToReadableValue(RegKey key, TextView name, StatementRun& run);
   // Opens the data of value row `rowId` for reading; BadDatabase unless it has `size` bytes.
   RegStatus OpenValueBlob(std::int64_t rowId, std::uint32_t size, SqliteBlob& blob);
   // A large value given to a sink in pieces of this size: small enough to stay in the

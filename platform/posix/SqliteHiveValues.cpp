@@ -53,6 +53,13 @@ RegStatus SqliteHive::StepToValue(const KeyAccess& target, TextView name, Statem
   return rc == SQLITE_ROW ? RegError::Success : StatusFromSqlite(rc);
 }
 
+RegStatus SqliteHive::StepToReadableValue(RegKey key, TextView name, StatementRun& run) {
+  const KeyAccess* target = Lookup(key);
+  if (target == nullptr) return RegError::InvalidHandle;
+  if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
+  return StepToValue(*target, name, run);
+}
+
 RegStatus SqliteHive::OpenValueBlob(std::int64_t rowId, std::uint32_t size, SqliteBlob& blob) {
   sqlite3_blob* raw = nullptr;
   const int rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", rowId, 0, &raw);
@@ -69,11 +76,8 @@ RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint8_t* data, std
 }
 
 RegStatus SqliteHive::ReadValue(RegKey key, TextView name, ValueSink& sink) {
-  const KeyAccess* target = Lookup(key);
-  if (target == nullptr) return RegError::InvalidHandle;
-  if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
   StatementRun run(statements_.queryValue);
-  if (const RegStatus status = StepToValue(*target, name, run); status != RegError::Success) return status;
+  if (const RegStatus status = StepToReadableValue(key, name, run); status != RegError::Success) return status;
   const auto size = static_cast<std::uint32_t>(run.Int(1));
   sink.Begin(static_cast<std::uint32_t>(run.Int(0)), size);
   if (size <= kInlineValueBytes) {
@@ -100,15 +104,10 @@ RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, Val
 
 RegStatus SqliteHive::ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
                                       std::uint8_t* data) {
-  const KeyAccess* target = Lookup(key);
-  if (target == nullptr) return RegError::InvalidHandle;
-  if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
+  if (!RangesWithin(ranges, size)) return RegError::InvalidParameter;
   StatementRun run(statements_.queryValue);
-  if (const RegStatus status = StepToValue(*target, name, run); status != RegError::Success) return status;
+  if (const RegStatus status = StepToReadableValue(key, name, run); status != RegError::Success) return status;
   if (static_cast<std::uint32_t>(run.Int(1)) != size) return RegError::BadDatabase;
-  for (const ByteRange range : ranges) {
-    if (range.begin > range.end || range.end > size) return RegError::InvalidParameter;
-  }
   if (size <= kInlineValueBytes) {
     const std::span<const std::uint8_t> bytes = run.Blob(3);
     for (const ByteRange range : ranges) std::memcpy(data + range.begin, bytes.data() + range.begin, range.end - range.begin);
