@@ -23,16 +23,6 @@ void AppendUtf8(std::string& out, char32_t c) {
   }
 }
 
-void AppendUtf16(Text& out, char32_t c) {
-  if (c < 0x10000) {
-    out.push_back(static_cast<char16_t>(c));
-  } else {
-    c -= 0x10000;
-    out.push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
-    out.push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
-  }
-}
-
 // Decodes one sequence at bytes[i]; returns its length, or 0 when malformed.
 std::size_t DecodeOne(std::string_view bytes, std::size_t i, char32_t& c) {
   const auto b0 = static_cast<unsigned char>(bytes[i]);
@@ -69,34 +59,57 @@ constexpr std::array<char16_t, 32> kCp1252High = {
 
 std::string ToUtf8(TextView text) {
   std::string out;
-  out.reserve(text.size());
+  AppendToUtf8(text, out);
+  return out;
+}
+
+void AppendToUtf8(TextView text, std::string& out) {
+  out.reserve(out.size() + text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t u = text[i];
-    if (u >= 0xD800 && u < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
+    if (u < 0x80) {  // names and numbers are mostly ASCII
+      out.push_back(static_cast<char>(u));
+    } else if (u >= 0xD800 && u < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
       AppendUtf8(out, 0x10000 + ((static_cast<char32_t>(u) - 0xD800) << 10) + (text[i + 1] - 0xDC00));
       ++i;
     } else {
       AppendUtf8(out, u);
     }
   }
-  return out;
 }
 
 Text FromUtf8(std::string_view bytes) {
   Text out;
-  out.reserve(bytes.size());
+  AppendFromUtf8(bytes, out);
+  return out;
+}
+
+void AppendFromUtf8(std::string_view bytes, Text& out) {
+  // No sequence gives more units than it has bytes, so the room is made once.
+  const std::size_t start = out.size();
+  out.resize(start + bytes.size());
+  char16_t* to = out.data() + start;
   for (std::size_t i = 0; i < bytes.size();) {
+    if (static_cast<unsigned char>(bytes[i]) < 0x80) {  // names and numbers are mostly ASCII
+      *to++ = static_cast<char16_t>(bytes[i++]);
+      continue;
+    }
     char32_t c;
     const std::size_t length = DecodeOne(bytes, i, c);
     if (length == 0) {
-      out.push_back(0xFFFD);
+      *to++ = 0xFFFD;
       ++i;
+    } else if (c < 0x10000) {
+      *to++ = static_cast<char16_t>(c);
+      i += length;
     } else {
-      AppendUtf16(out, c);
+      c -= 0x10000;
+      *to++ = static_cast<char16_t>(0xD800 + (c >> 10));
+      *to++ = static_cast<char16_t>(0xDC00 + (c & 0x3FF));
       i += length;
     }
   }
-  return out;
+  out.resize(static_cast<std::size_t>(to - out.data()));
 }
 
 std::size_t Utf8ValidLength(std::string_view bytes) {

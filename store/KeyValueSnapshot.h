@@ -23,15 +23,23 @@ class KeyValueSnapshot {
 
  private:
   struct Entry {
-    Text folded;  // the name upper-cased
+    std::size_t at = 0;  // of the name, in names_ and in folded_
+    std::size_t size = 0;
     Variant value;
     bool ambiguous = false;
   };
+  TextView Name(const Entry& entry) const noexcept { return TextView(names_).substr(entry.at, entry.size); }
+  TextView Folded(const Entry& entry) const noexcept { return TextView(folded_).substr(entry.at, entry.size); }
+  // The entry names `name`, most often as written, else once both are upper-cased.
+  bool Names(const Entry& entry, TextView name) const noexcept;
 
   Registry& registry_;
   RegKey key_;
-  std::vector<Entry> entries_;                    // in enumeration order
-  std::unordered_map<Text, std::size_t> index_;   // folded name -> entry
+  std::vector<Entry> entries_;  // in enumeration order
+  Text names_;                  // every name, one after the other: one allocation for all
+  Text folded_;                 // the same upper-cased
+  std::unordered_map<TextView, std::size_t> index_;  // folded name -> entry, viewing folded_
+  Text asked_;                                       // the name looked up, upper-cased
   // A task is read in the order it was written, which is the enumeration's: the next name
   // asked for is most often the entry after the last one found, and costs no look-up.
   std::size_t next_ = 0;

@@ -23,10 +23,15 @@ void WriteNumber(TextView task, TextView name, std::int64_t value) {
 }  // namespace
 
 Text FieldValueName(std::int32_t index, TextView suffix) {
-  Text name = u"Fields(";
+  Text name;
+  FieldValueNameInto(index, suffix, name);
+  return name;
+}
+
+void FieldValueNameInto(std::int32_t index, TextView suffix, Text& name) {
+  name.assign(u"Fields(");
   name += DecimalText(index);
   name += suffix;
-  return name;
 }
 
 void LoadTaskDefinition(TextView taskName, TaskDefinition& definition) {
@@ -39,6 +44,11 @@ void LoadTaskDefinition(TextView taskName, TaskDefinition& definition) {
   OpenUniqueKey(registry, Module().CurrentRoot, SectionPath(taskName), RegAccess::QueryValue, key);
   KeyValueSnapshot values(registry, key.Get());
   const auto read = [&](TextView name) { return values.Read(name); };
+  Text fieldName;  // one buffer for the thousands of names a large task has
+  const auto readField = [&](std::int32_t i, TextView suffix) {
+    FieldValueNameInto(i, suffix, fieldName);
+    return values.Read(fieldName);
+  };
 
   definition.Comment = ToText(read(u"Comment"));
   definition.Fonction = IntegerOrZero(read(u"Fonction"));
@@ -58,11 +68,11 @@ void LoadTaskDefinition(TextView taskName, TaskDefinition& definition) {
   definition.Fields.reserve(n > 0 ? static_cast<std::size_t>(n) : 0);
   for (std::int32_t i = 1; i <= n; ++i) {
     TaskField field;
-    field.Var = ToText(read(FieldValueName(i, kFieldSuffixes[0])));
+    field.Var = ToText(readField(i, kFieldSuffixes[0]));
     if (!variablesOnly) {
-      field.Start = ToText(read(FieldValueName(i, kFieldSuffixes[1])));
-      field.End = ToText(read(FieldValueName(i, kFieldSuffixes[2])));
-      field.ShowSep = ToText(read(FieldValueName(i, kFieldSuffixes[3])));
+      field.Start = ToText(readField(i, kFieldSuffixes[1]));
+      field.End = ToText(readField(i, kFieldSuffixes[2]));
+      field.ShowSep = ToText(readField(i, kFieldSuffixes[3]));
     }
     definition.Fields.push_back(std::move(field));
   }

@@ -13,5 +13,6 @@ void SaveTask(TextView taskName, const TaskEditorValues& values);
 
 // "Fields(" i ")" + suffix.
 Text FieldValueName(std::int32_t index, TextView suffix);
+void FieldValueNameInto(std::int32_t index, TextView suffix, Text& name);
 
 }  // namespace nv

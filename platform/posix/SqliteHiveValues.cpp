@@ -256,9 +256,10 @@ RegStatus SqliteHive::VisitValues(RegKey key, std::uint32_t maxDataBytes, const 
   run.Bind(1, target->id).Bind(2, maxDataBytes);
   int rc;
   bool any = false;
+  Text name;
   while ((rc = run.Step()) == SQLITE_ROW) {
     any = true;
-    const Text name = run.TextColumn(0);
+    run.TextColumnInto(0, name);
     const auto size = static_cast<std::uint32_t>(run.Int(2));
     const std::span<const std::uint8_t> data = run.Blob(3);
     visit({name, static_cast<std::uint32_t>(run.Int(1)), size, size <= maxDataBytes ? data.data() : nullptr});

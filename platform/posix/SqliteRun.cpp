@@ -46,9 +46,16 @@ int StatementRun::Step() noexcept {
 std::int64_t StatementRun::Int(int column) const noexcept { return sqlite3_column_int64(statement_, column); }
 
 Text StatementRun::TextColumn(int column) const {
+  Text text;
+  TextColumnInto(column, text);
+  return text;
+}
+
+void StatementRun::TextColumnInto(int column, Text& into) const {
+  into.clear();
   const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
   const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
-  return bytes == nullptr ? Text() : FromUtf8(std::string_view(bytes, size));
+  if (bytes != nullptr) AppendFromUtf8(std::string_view(bytes, size), into);
 }
 
 std::span<const std::uint8_t> StatementRun::Blob(int column) const noexcept {

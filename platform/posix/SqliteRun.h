@@ -31,6 +31,8 @@ class StatementRun {
 
   std::int64_t Int(int column) const noexcept;
   Text TextColumn(int column) const;
+  // The same into `into`, replacing what it held: a loop over rows keeps one buffer.
+  void TextColumnInto(int column, Text& into) const;
   std::span<const std::uint8_t> Blob(int column) const noexcept;
 
  private:
