@@ -136,11 +136,19 @@ RegStatus SqliteHive::Resolve(std::int64_t& id, std::span<const TextView> names,
     FoldName(name, folded_);
     pathKey_.append(reinterpret_cast<const char*>(folded_.data()), folded_.size()).append("\0\\", 2);
   }
+  // SQLite may have rolled the batch back by itself (a full disk): then the lock is gone too.
+  const std::uint64_t batch = batchBegan_ && !sqlite3_get_autocommit(db_.get()) ? batchSerial_ : 0;
   if (const auto cached = pathCache_.find(pathKey_); cached != pathCache_.end()) {
+    if (batch != 0 && cached->second.confirmedInBatch == batch) {
+      id = cached->second.id;
+      found = names.size();
+      return RegError::Success;
+    }
     StatementRun run(statements_.keyExists);
-    const int rc = run.Bind(1, cached->second).Step();
+    const int rc = run.Bind(1, cached->second.id).Step();
     if (rc == SQLITE_ROW) {
-      id = cached->second;
+      id = cached->second.id;
+      cached->second.confirmedInBatch = batch;
       found = names.size();
       return RegError::Success;
     }
@@ -170,7 +178,7 @@ RegStatus SqliteHive::Resolve(std::int64_t& id, std::span<const TextView> names,
     id = run.Int(0);
     found = names.size();
     if (pathCache_.size() >= kPathCacheSize) pathCache_.clear();
-    pathCache_.emplace(pathKey_, id);
+    pathCache_.emplace(pathKey_, CachedPath{id, batch});
     return RegError::Success;
   }
   if (rc != SQLITE_DONE) return StatusFromSqlite(rc);
@@ -204,6 +212,7 @@ void SqliteHive::BeginBatch() {
   batchAbandoned_ = false;
   batchStatus_ = StatusFromSqlite(Execute(db_.get(), "BEGIN IMMEDIATE"));
   batchBegan_ = batchStatus_ == RegError::Success;
+  if (batchBegan_) ++batchSerial_;
   batchLastKeyId_ = INT64_MAX;
   if (!batchBegan_) return;
   StatementRun run(statements_.lastKeyId);

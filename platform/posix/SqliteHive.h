@@ -145,7 +145,14 @@ class SqliteHive final : public Registry {
   // Paths of two names or more already resolved: folded path -> key id. A key never moves
   // and its id is never given to another key (but see ForgetKeysAfter), so an entry holds
   // as long as its key exists; deleting a key deletes everything under it.
-  std::unordered_map<std::string, std::int64_t> pathCache_;
+  // Inside a write batch no other process can delete a key, so an entry confirmed once in
+  // the batch needs no further look (our own deletions empty the cache).
+  struct CachedPath {
+    std::int64_t id = 0;
+    std::uint64_t confirmedInBatch = 0;  // batchSerial_ then; 0 for none
+  };
+  std::unordered_map<std::string, CachedPath> pathCache_;
+  std::uint64_t batchSerial_ = 0;  // of the batch holding the write lock, counted from 1
   std::string pathKey_;
   // Scratch space reused by every lookup.
   std::vector<TextView> names_;

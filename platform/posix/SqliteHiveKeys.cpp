@@ -95,6 +95,7 @@ RegStatus SqliteHive::DeleteTree(RegKey key, TextView subKey) {
     int rc = transaction.Begin();
     if (rc != SQLITE_OK) return StatusFromSqlite(rc);
     if ((status = UnlessDeleted(targetId, RegError::Success)) != RegError::Success) return status;
+    pathCache_.clear();
     for (const SqliteStatement* statement : {&statements_.deleteChildren, &statements_.deleteValues}) {
       StatementRun run(*statement);
       if ((rc = run.Bind(1, targetId).Step()) != SQLITE_DONE) return StatusFromSqlite(rc);
@@ -108,6 +109,7 @@ RegStatus SqliteHive::DeleteTree(RegKey key, TextView subKey) {
   if (found < names_.size())
     return found == 0 ? UnlessDeleted(targetId, RegError::FileNotFound) : RegError::FileNotFound;
   if ((status = WriteAllowed()) != RegError::Success) return status;
+  pathCache_.clear();  // whatever lay under the key goes with it
   // One statement: the foreign keys take every sub-key and value with it, atomically.
   StatementRun run(statements_.deleteKey);
   const int rc = run.Bind(1, id).Step();

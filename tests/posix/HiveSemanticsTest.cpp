@@ -265,6 +265,36 @@ TEST_F(Hive, BatchesLandWholeOrNotAtAll) {
   EXPECT_EQ(GetRaw(*hive_, u"b\\BBCC", u"V")->data, Bytes{7});
 }
 
+TEST_F(Hive, PathsRememberedInABatchFollowDeletions) {
+  const auto other = SqliteHive::Open(folder_.File("hive.db"));
+  const auto opens = [&](TextView path) {
+    UniqueRegKey key;
+    return OpenUniqueKey(*hive_, kHklm, path, RegAccess::Read, key) == ok;
+  };
+  // Our own deletion inside the batch, of the key or of one above it.
+  for (const TextView deleted : {u"P\\Q\\R", u"P\\Q"}) {
+    SCOPED_TRACE(ToUtf8(deleted));
+    hive_->BeginBatch();
+    ASSERT_EQ(Set(Key(u"P\\Q\\R"), u"v", {1}), ok);
+    keys_.clear();
+    ASSERT_TRUE(opens(u"P\\Q\\R"));
+    ASSERT_EQ(hive_->DeleteTree(kHklm, deleted), ok);
+    EXPECT_FALSE(opens(u"P\\Q\\R"));
+    EXPECT_TRUE(ValueNames(*hive_, u"P\\Q\\R").empty()) << "a new key, not the old one";
+    hive_->CommitBatch();
+  }
+  // Another process's, between two batches.
+  hive_->BeginBatch();
+  Key(u"P\\Q\\R");
+  keys_.clear();
+  ASSERT_TRUE(opens(u"P\\Q\\R"));
+  hive_->CommitBatch();
+  ASSERT_EQ(other->DeleteTree(kHklm, u"P"), ok);
+  hive_->BeginBatch();
+  EXPECT_FALSE(opens(u"P\\Q\\R"));
+  hive_->CommitBatch();
+}
+
 TEST_F(Hive, ReadingSeesOneStateAndGivesWayToWrites) {
   const auto other = SqliteHive::Open(folder_.File("hive.db"));
   const RegKey key = Key(u"R");
