@@ -90,11 +90,13 @@ RegStatus SqliteHive::ReadValue(RegKey key, TextView name, ValueSink& sink) {
 RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, ValueSink& sink) {
   SqliteBlob blob;
   if (const RegStatus status = OpenValueBlob(rowId, size, blob); status != RegError::Success) return status;
-  piece_.resize(std::min(kSinkPieceBytes, size));
   for (std::uint32_t at = 0; at < size; at += kSinkPieceBytes) {
     const std::uint32_t piece = std::min(kSinkPieceBytes, size - at);
-    std::uint8_t* const target = sink.Room(piece);
-    std::uint8_t* const into = target != nullptr ? target : piece_.data();
+    std::uint8_t* into = sink.Room(piece);
+    if (into == nullptr) {  // made only for a sink with no room of its own: it would be zeroed for nothing
+      if (piece_.size() < piece) piece_.resize(std::min(kSinkPieceBytes, size));
+      into = piece_.data();
+    }
     const int rc = sqlite3_blob_read(blob.get(), into, static_cast<int>(piece), static_cast<int>(at));
     if (rc != SQLITE_OK) return StatusFromSqlite(rc);
     sink.Append(into, piece);
