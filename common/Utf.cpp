@@ -59,23 +59,17 @@ constexpr std::array<char16_t, 32> kCp1252High = {
 
 std::string ToUtf8(TextView text) {
   std::string out;
-  AppendToUtf8(text, out);
-  return out;
-}
-
-void AppendToUtf8(TextView text, std::string& out) {
-  out.reserve(out.size() + text.size());
+  out.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t u = text[i];
-    if (u < 0x80) {  // names and numbers are mostly ASCII
-      out.push_back(static_cast<char>(u));
-    } else if (u >= 0xD800 && u < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
+    if (u >= 0xD800 && u < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
       AppendUtf8(out, 0x10000 + ((static_cast<char32_t>(u) - 0xD800) << 10) + (text[i + 1] - 0xDC00));
       ++i;
     } else {
       AppendUtf8(out, u);
     }
   }
+  return out;
 }
 
 Text FromUtf8(std::string_view bytes) {

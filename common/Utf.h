@@ -10,12 +10,11 @@ namespace nv {
 // UTF-16 to UTF-8. A lone surrogate is written as its own three-byte sequence so that
 // names read back exactly (the registry allows any code unit).
 std::string ToUtf8(TextView text);
-// The same, appended to `out`: a caller that converts many names keeps one buffer.
-void AppendToUtf8(TextView text, std::string& out);
 
 // UTF-8 to UTF-16; the three-byte form of a lone surrogate comes back as that unit, and
 // any malformed byte becomes U+FFFD.
 Text FromUtf8(std::string_view bytes);
+// The same, appended to `out`: a caller that converts many names keeps one buffer.
 void AppendFromUtf8(std::string_view bytes, Text& out);
 
 // True when the bytes are well-formed UTF-8 (surrogate forms allowed, as written above).

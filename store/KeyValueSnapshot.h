@@ -15,6 +15,8 @@ class KeyValueSnapshot {
  public:
   // Enumerates `key` (held open by the caller, inside its reading scope).
   KeyValueSnapshot(Registry& registry, RegKey key);
+  KeyValueSnapshot(const KeyValueSnapshot&) = delete;  // its index views its own names
+  KeyValueSnapshot& operator=(const KeyValueSnapshot&) = delete;
 
   // ReadRegistryValueFromKey's answer for `name`. A name the enumeration did not give, or
   // gave twice once upper-cased, is asked of the registry itself, whose own comparison of
