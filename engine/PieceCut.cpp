@@ -58,6 +58,8 @@ class EndsCollector {
     }
   }
 
+  std::size_t Count() const noexcept { return ends_.count; }
+
   PieceCut::Ends Take() && {
     std::rotate(ends_.last.begin(), ends_.last.begin() + static_cast<std::ptrdiff_t>(oldest_), ends_.last.end());
     return std::move(ends_);
@@ -176,6 +178,7 @@ struct PieceScanner::State {
   std::size_t seen = 0;  // units given to ScanNext
   Text carried;          // with ScanNext, the units from `from` to `seen`
   bool finished = false;
+  std::size_t enough = std::numeric_limits<std::size_t>::max();  // separators
   const char16_t* finalData = nullptr;
   std::size_t finalSize = 0;
 };
@@ -232,6 +235,10 @@ void PieceScanner::FinishParts(TextView text) {
 bool PieceScanner::SawWhole(TextView text) const noexcept {
   return state_->finished && state_->finalData == text.data() && state_->finalSize == text.size();
 }
+
+void PieceScanner::StopAfter(std::size_t separators) noexcept { state_->enough = separators; }
+
+bool PieceScanner::Enough() const noexcept { return state_->collector.Count() >= state_->enough; }
 
 PieceCut::PieceCut(TextView text, PieceScanner&& scanner) : text_(text), separator_(scanner.separator_) {
   if (separator_.empty()) return;

@@ -85,6 +85,12 @@ class PieceScanner {
   // Whether `text` is the very text (the same units at the same place) last given whole.
   bool SawWhole(TextView text) const noexcept;
 
+  // When every field names pieces counted from the start only, the text up to the end of
+  // piece n - 1 is all they can take: once `separators` are found, Enough() says so, and a
+  // reader may stop there and give the cut that much of the text as if it were all of it.
+  void StopAfter(std::size_t separators) noexcept;
+  bool Enough() const noexcept;
+
  private:
   friend class PieceCut;
   struct State;

@@ -79,13 +79,17 @@ class StoredValueSink final : public ValueSink {
 };
 
 // Gives each piece of a text value to the scanner and keeps none: the text's last unit,
-// which may be its terminator, is held back until it is known to be the last.
+// which may be its terminator, is held back until it is known to be the last. Once the
+// scanner has enough, the rest is neither wanted nor scanned.
 class ScanningSink final : public ValueSink {
  public:
   explicit ScanningSink(PieceScanner& scanner) : scanner_(scanner) {}
 
-  void Begin(std::uint32_t, std::uint32_t) override {}
+  void Begin(std::uint32_t, std::uint32_t size) override { size_ = size; }
+  bool WantsMore() const override { return !scanner_.Enough(); }
   void Append(const std::uint8_t* data, std::uint32_t size) override {
+    if (!WantsMore()) return;
+    received_ += size;
     if (pending_ == 0 && size % 2 == 0 && reinterpret_cast<std::uintptr_t>(data) % alignof(char16_t) == 0) {
       Scan(TextView(reinterpret_cast<const char16_t*>(data), size / 2));  // as the hive gives them
       return;
@@ -99,10 +103,12 @@ class ScanningSink final : public ValueSink {
     if (pending_ != 0) odd_[0] = data[size - 1];
     Scan(aligned_);
   }
-  // The units seen, the terminator left out.
+  // The units seen, the terminator left out. Short of the value's end, the unit held back
+  // is text like any other.
   std::size_t Finish() {
-    if (held_ && last_ != u'\0') scanner_.ScanNext(TextView(&last_, 1));
-    return held_ && last_ == u'\0' ? seen_ - 1 : seen_;
+    const bool whole = received_ == size_;
+    if (held_ && (last_ != u'\0' || !whole)) scanner_.ScanNext(TextView(&last_, 1));
+    return held_ && last_ == u'\0' && whole ? seen_ - 1 : seen_;
   }
 
  private:
@@ -116,6 +122,8 @@ class ScanningSink final : public ValueSink {
   }
 
   PieceScanner& scanner_;
+  std::size_t size_ = 0;      // bytes, the value's
+  std::size_t received_ = 0;  // bytes, those scanned
   std::size_t seen_ = 0;
   Text aligned_;
   std::uint8_t odd_[1] = {};

@@ -14,7 +14,8 @@ namespace nv {
 std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView name, PieceScanner* scanner = nullptr);
 // A long text value (of kPartlyReadBytes or more) read through `scanner` in pieces, none
 // of them kept, then only in the stretches that `select` names. Nothing when the value is
-// another or the registry cannot read values so.
+// another or the registry cannot read values so. A scanner told to stop after some
+// separators ends the reading there: the text is then the part read, up to that point.
 inline constexpr std::uint32_t kPartlyReadBytes = 1 << 20;
 std::optional<PartlyReadText> ReadStoredTextPartly(Registry& registry, RegKey key, TextView name,
                                                    PieceScanner& scanner, const StretchSelector& select);

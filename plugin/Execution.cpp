@@ -1,5 +1,6 @@
 // ExecuteTache, RunT and Run: the task executed from end to end. Only here are errors
 // caught: they become status 3 and an error line, and Complete is raised all the same.
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -82,6 +83,30 @@ std::vector<UnitSpan> FieldStretches(const PieceCut& cut, const std::vector<Task
   return stretches;
 }
 
+// How many separators the fields need found when each names pieces counted from the start
+// (a start of 0 or more, an end above 0, as carried from field to field): the text after
+// them is never taken. Nothing when a field counts from the end, or fails.
+std::optional<std::size_t> SeparatorsFromTheStart(const std::vector<TaskField>& fields) {
+  std::size_t most = 0;
+  bool fromStart = true;
+  try {
+    ForEachField(fields, [&](const TaskField& field, std::int16_t& start, std::int16_t& end) {
+      if (field.Var.empty() || !fromStart) return;
+      if (start < 0 || end <= 0) {
+        fromStart = false;
+        return;
+      }
+      // Piece end - 1 is taken whole, so its separator must have been found.
+      most = std::max(most, static_cast<std::size_t>(end));
+      --end;  // as the extraction resolves it: the index of the last piece
+    });
+  } catch (const RuntimeError&) {
+    return std::nullopt;
+  }
+  if (!fromStart || most == 0) return std::nullopt;
+  return most;
+}
+
 // The text of a positional task over a variable, its separator given as it is: the variable
 // is cut as it is read, and only what the fields take is kept, so that a log of many MiB
 // costs neither the memory nor the copy of its lines in between.
@@ -92,6 +117,7 @@ struct PositionalText {
 
 void ReadFieldStretches(const Text& scenario, const TaskDefinition& definition, PositionalText& text) {
   PieceScanner scanner(definition.Separateur, kPositionalReach);
+  if (const std::optional<std::size_t> enough = SeparatorsFromTheStart(definition.Fields)) scanner.StopAfter(*enough);
   const StretchSelector select = [&](TextView whole, PieceScanner& scanned) {
     text.cut.emplace(whole, std::move(scanned));
     return FieldStretches(*text.cut, definition.Fields);

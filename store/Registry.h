@@ -97,6 +97,8 @@ class ValueSink {
     static_cast<void>(size);
     return nullptr;
   }
+  // False once the sink has all it needs: a reader may then stop before the value's end.
+  virtual bool WantsMore() const { return true; }
 
  protected:
   ~ValueSink() = default;

@@ -90,7 +90,7 @@ RegStatus SqliteHive::ReadValue(RegKey key, TextView name, ValueSink& sink) {
 RegStatus SqliteHive::ReadLargeValue(std::int64_t rowId, std::uint32_t size, ValueSink& sink) {
   SqliteBlob blob;
   if (const RegStatus status = OpenValueBlob(rowId, size, blob); status != RegError::Success) return status;
-  for (std::uint32_t at = 0; at < size; at += kSinkPieceBytes) {
+  for (std::uint32_t at = 0; at < size && sink.WantsMore(); at += kSinkPieceBytes) {
     const std::uint32_t piece = std::min(kSinkPieceBytes, size - at);
     std::uint8_t* into = sink.Room(piece);
     if (into == nullptr) {  // made only for a sink with no room of its own: it would be zeroed for nothing

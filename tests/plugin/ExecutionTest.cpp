@@ -192,6 +192,47 @@ TEST_F(Execution, ALongVariableGivesWhatItsWholeTextGives) {
   }
 }
 
+// Fields that count from the start only let the variable be read no further than they take;
+// the same fields over the same text read whole must give the same.
+TEST_F(Execution, FieldsFromTheStartGiveWhatTheWholeTextGives) {
+  Text log;
+  for (int line = 0; log.size() < (3u << 20); ++line) log += u"line " + DecimalText(line) + u" of a long log\r\n";
+  struct Field {
+    const char16_t *var, *start, *end;
+  };
+  const std::vector<std::vector<Field>> tasks = {
+      {{u"@A", u"0", u"1"}, {u"@B", u"999", u"1999"}, {u"@C", u"", u""}, {u"@D", u"5", u"7"}},
+      {{u"@A", u"0", u"1"}, {u"@B", u"", u""}},        // the end carried is 0: counted from the end
+      {{u"@A", u"3", u"2"}, {u"@B", u"10", u"20"}},     // an empty range first
+      {{u"@A", u"0", u"32767"}, {u"@B", u"1", u"2"}},  // more lines than the log has
+      {{u"", u"-5", u"0"}, {u"@B", u"1", u"2"}},       // a field with no variable resolves nothing
+      {{u"@A", u"7", u"8"}, {u"@B", u"-1", u"0"}},
+  };
+  for (std::size_t t = 0; t < tasks.size(); ++t) {
+    SCOPED_TRACE(t);
+    std::vector<std::vector<std::optional<Text>>> runs;
+    std::vector<Variant> statuses;
+    for (const Text separator : {u"\r\n", u"@Sep"}) {
+      SetVariable(u"Log", log);
+      SetVariable(u"Sep", u"\r\n");
+      DefineTask(1, u"@Log", separator, {});
+      PutDword(Reg(), kTask, u"Fields.Count", static_cast<std::uint32_t>(tasks[t].size()));
+      for (std::size_t i = 0; i < tasks[t].size(); ++i) {
+        const Field& f = tasks[t][i];
+        DefineSubstringField(static_cast<int>(i + 1), f.var, f.start, f.end, i % 2 == 0 ? u"False" : u"True");
+        if (*f.var != u'\0') SetVariable(Text(f.var + 1), u"before");
+      }
+      Execute();
+      statuses.push_back(Stored(u"Etat"));
+      std::vector<std::optional<Text>> stored;
+      for (const Field& f : tasks[t]) stored.push_back(*f.var == u'\0' ? std::nullopt : Variable(Text(f.var + 1)));
+      runs.push_back(std::move(stored));
+    }
+    EXPECT_EQ(statuses[0], statuses[1]);
+    EXPECT_TRUE(runs[0] == runs[1]);  // compared without printing texts of many KiB
+  }
+}
+
 TEST_F(Execution, FindWithoutMatchEmptiesTheFirstVariable) {
   SetVariable(u"N", u"old");
   DefineTask(2, u"x=1", u"", {u"@N"});

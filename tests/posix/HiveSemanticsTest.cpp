@@ -525,6 +525,42 @@ TEST_F(Hive, LongTextsAreReadInTheStretchesChosen) {
   }
 }
 
+// A scanner told how many separators are enough stops the reading at the hive's next piece.
+TEST_F(Hive, ALongTextIsReadNoFurtherThanItsScannerNeeds) {
+  const RegKey key = Key(u"Prefix");
+  constexpr std::size_t kPieceUnits = 131072;  // the hive's pieces, in units
+  Text text;
+  for (int line = 0; text.size() < 5 * kPieceUnits; ++line) text += u"line " + DecimalText(line) + u";";
+  text[kPieceUnits - 1] = u'\0';  // the last unit of the first piece read: text, not a terminator
+  ASSERT_EQ(Set(key, u"v", BytesFromText(text), RegType::Sz), ok);
+  const PieceCut whole(text, u";");
+  const struct Case {
+    std::size_t enough;
+    std::size_t units;  // read
+  } cases[] = {{1, kPieceUnits}, {whole.LastIndex() / 2, 3 * kPieceUnits}, {whole.LastIndex() + 1, text.size()}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.enough);
+    PieceScanner scanner(u";", kEveryPiece);
+    scanner.StopAfter(c.enough);
+    std::size_t lastIndex = 0;
+    UnitSpan last;  // of piece enough - 1, the last one wanted
+    const std::optional<PartlyReadText> read =
+        ReadStoredTextPartly(*hive_, key, u"v", scanner, [&](TextView part, PieceScanner& scanned) {
+          const PieceCut cut(part, std::move(scanned));
+          lastIndex = cut.LastIndex();
+          const TextView piece = cut.Piece(c.enough - 1);
+          last.begin = static_cast<std::size_t>(piece.data() - part.data());
+          last.end = last.begin + piece.size();
+          return std::vector<UnitSpan>{{0, 64}, last};
+        });
+    ASSERT_TRUE(read.has_value());
+    EXPECT_EQ(read->View().size(), c.units);
+    EXPECT_GE(lastIndex, std::min(c.enough, whole.LastIndex()));
+    EXPECT_EQ(read->View().substr(0, 64), TextView(text).substr(0, 64));
+    EXPECT_EQ(read->View().substr(last.begin, last.end - last.begin), whole.Piece(c.enough - 1));
+  }
+}
+
 // The ranges of a value, read alone by the hive or out of the whole value by any registry.
 TEST_F(Hive, ValueRangesAreReadInPlace) {
   const RegKey key = Key(u"Ranges");
