@@ -69,6 +69,7 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
   statements_.setValue = Prepare(d,
                                  "INSERT INTO vals(key, name, folded, type, data) VALUES(?1, ?2, ?3, ?4, ?5) "
                                  "ON CONFLICT(key, folded) DO UPDATE SET type = excluded.type, data = excluded.data");
+  statements_.updateValue = Prepare(d, "UPDATE vals SET type = ?3, data = ?4 WHERE key = ?1 AND folded = ?2");
   statements_.deleteValue = Prepare(d, "DELETE FROM vals WHERE key = ?1 AND folded = ?2");
   statements_.valueId = Prepare(d, "SELECT id FROM vals WHERE key = ?1 AND folded = ?2");
   statements_.enumValue = Prepare(d,

@@ -88,7 +88,7 @@ class SqliteHive final : public Registry {
     SqliteStatement findChild, keyExists, lastKeyId, insertKey, deleteKey, deleteChildren, deleteValues;
     SqliteStatement enumKey, enumKeyAfter, queryValue, setValue, deleteValue, enumValue, enumValueAfter,
         visitValues;
-    SqliteStatement valueId;
+    SqliteStatement valueId, updateValue;
     std::array<SqliteStatement, 9> findPath;  // by depth, from 2
   };
 

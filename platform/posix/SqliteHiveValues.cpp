@@ -154,6 +154,13 @@ RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, co
     return SetLargeValue(target->id, name, type, ValueParts(&whole, 1), size);
   }
   FoldName(name, folded_);
+  {  // Most writes replace a value that exists (a scenario's variables, run after run): a
+     // plain update costs less than the insert's conflict handling, which is left for the rest.
+    StatementRun update(statements_.updateValue);
+    const int rc = update.Bind(1, target->id).BindBlob(2, folded_).Bind(3, type).BindBlob(4, {data, size}).Step();
+    if (rc != SQLITE_DONE) return StatusFromSqlite(rc);
+    if (sqlite3_changes(db_.get()) > 0) return RegError::Success;
+  }
   // One statement, so the write is atomic without a transaction of its own; a deleted key
   // shows up as its foreign key failing.
   StatementRun run(statements_.setValue);
