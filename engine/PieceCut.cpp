@@ -59,6 +59,12 @@ class EndsCollector {
   }
 
   std::size_t Count() const noexcept { return ends_.count; }
+  // The end of the last separator added, or 0.
+  std::size_t LastEnd() const noexcept {
+    if (ends_.count == 0) return 0;
+    if (lastReach_ == 0) return ends_.first.back();
+    return ends_.last.size() < lastReach_ ? ends_.last.back() : ends_.last[(oldest_ + lastReach_ - 1) % lastReach_];
+  }
 
   PieceCut::Ends Take() && {
     std::rotate(ends_.last.begin(), ends_.last.begin() + static_cast<std::ptrdiff_t>(oldest_), ends_.last.end());
@@ -118,19 +124,6 @@ PieceCut::Ends Joined(PieceCut::Ends left, PieceCut::Ends right, std::size_t rea
   return joined;
 }
 
-// A separator that cannot overlap itself (no proper prefix of it is also a suffix) is found at
-// the same places whatever offset a scan starts from, so stretches of the text can be
-// scanned apart. The prefix function of the separator tells, in one pass.
-bool CannotOverlapItself(TextView separator) {
-  std::vector<std::size_t> border(separator.size(), 0);
-  for (std::size_t i = 1; i < separator.size(); ++i) {
-    std::size_t k = border[i - 1];
-    while (k > 0 && separator[i] != separator[k]) k = border[k - 1];
-    border[i] = separator[i] == separator[k] ? k + 1 : k;
-  }
-  return separator.empty() || border.back() == 0;
-}
-
 unsigned StretchCount(TextView text, TextView separator) {
   const std::size_t bySize = text.size() / kUnitsPerStretch;
   if (bySize < 2 || !CannotOverlapItself(separator)) return 1;
@@ -164,6 +157,18 @@ bool FitsOffsets(TextView text) { return text.size() <= std::numeric_limits<std:
 
 }  // namespace
 
+// Such a separator lets stretches of the text be scanned apart. The prefix function of the
+// separator tells, in one pass.
+bool CannotOverlapItself(TextView separator) {
+  std::vector<std::size_t> border(separator.size(), 0);
+  for (std::size_t i = 1; i < separator.size(); ++i) {
+    std::size_t k = border[i - 1];
+    while (k > 0 && separator[i] != separator[k]) k = border[k - 1];
+    border[i] = separator[i] == separator[k] ? k + 1 : k;
+  }
+  return separator.empty() || border.back() == 0;
+}
+
 PieceCut::PieceCut(TextView text, TextView separator, std::size_t reach) : text_(text), separator_(separator) {
   if (separator.empty()) return;
   if (!FitsOffsets(text)) RaiseError(ErrorNumber::OutOfMemory);
@@ -179,6 +184,7 @@ struct PieceScanner::State {
   Text carried;          // with ScanNext, the units from `from` to `seen`
   bool finished = false;
   std::size_t enough = std::numeric_limits<std::size_t>::max();  // separators
+  std::size_t lastNeeded = 0;                                     // separators
   const char16_t* finalData = nullptr;
   std::size_t finalSize = 0;
 };
@@ -239,6 +245,17 @@ bool PieceScanner::SawWhole(TextView text) const noexcept {
 void PieceScanner::StopAfter(std::size_t separators) noexcept { state_->enough = separators; }
 
 bool PieceScanner::Enough() const noexcept { return state_->collector.Count() >= state_->enough; }
+
+void PieceScanner::NeedLast(std::size_t separators) noexcept { state_->lastNeeded = separators; }
+
+std::size_t PieceScanner::LastNeeded() const noexcept { return state_->lastNeeded; }
+
+std::size_t PieceScanner::ResumeAfterLastSeparator() {
+  State& state = *state_;
+  state.seen = state.from = state.collector.LastEnd();
+  state.carried.clear();
+  return state.seen;
+}
 
 PieceCut::PieceCut(TextView text, PieceScanner&& scanner) : text_(text), separator_(scanner.separator_) {
   if (separator_.empty()) return;

@@ -61,6 +61,10 @@ class PieceCut {
   Ends ends_;
 };
 
+// Whether the separator is found at the same places wherever a scan of the text starts: it
+// cannot overlap itself (no proper prefix of it is also a suffix).
+bool CannotOverlapItself(TextView separator);
+
 // Finds a separator in a text that arrives in stretches (a variable read in pieces), each
 // stretch while it is still in the processor's cache: the text is then not read from memory
 // a second time to be cut.
@@ -90,6 +94,17 @@ class PieceScanner {
   // reader may stop there and give the cut that much of the text as if it were all of it.
   void StopAfter(std::size_t separators) noexcept;
   bool Enough() const noexcept;
+  // When the other fields name pieces counted from the end only, they take nothing before
+  // the last `separators` separators. A reader that stopped may then skip the middle:
+  // ResumeAfterLastSeparator drops what was given after the last separator found, and the
+  // text goes on with its end, from just after a separator. The cut then holds the pieces at
+  // either end as they are and counts the ones between wrong, so this is only for fields
+  // that count from their own end, with a separator that cannot overlap itself.
+  void NeedLast(std::size_t separators) noexcept;
+  std::size_t LastNeeded() const noexcept;
+  // Where the text given so far goes on: the end of the last separator found, or 0.
+  std::size_t ResumeAfterLastSeparator();
+  TextView Separator() const noexcept { return separator_; }
 
  private:
   friend class PieceCut;

@@ -1,6 +1,7 @@
 #pragma once
 // The host's variables service as the plug-in uses it: only the members it calls. The
 // engine's functions stay pure; execution and the editors reach variables through this.
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -23,6 +24,8 @@ class PartlyReadText {
       : units_(std::make_unique_for_overwrite<char16_t[]>(units)), size_(units) {}
   TextView View() const noexcept { return {units_.get(), size_}; }
   char16_t* Data() noexcept { return units_.get(); }
+  // The text is now its first `units` units.
+  void ShrinkTo(std::size_t units) noexcept { size_ = std::min(size_, units); }
 
  private:
   std::unique_ptr<char16_t[]> units_;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/LargeBuffer.h"
+#include "engine/PieceCut.h"
 #include "store/ValueBytes.h"
 
 namespace nv {
@@ -150,6 +151,44 @@ std::vector<ByteRange> JoinedRanges(std::vector<UnitSpan> spans, std::size_t uni
   return ranges;
 }
 
+// The ranges below `limit` bytes, the last one cut there.
+void KeepBelow(std::vector<ByteRange>& ranges, std::uint32_t limit) {
+  std::erase_if(ranges, [&](const ByteRange& range) { return range.begin >= limit; });
+  if (!ranges.empty()) ranges.back().end = std::min(ranges.back().end, limit);
+}
+
+// The end of a long value read to join its start: a stretch that doubles from the value's end
+// until it holds the separators the scanner needs from there and one more, of which the
+// units after that one are moved to `start`, where the start the scanner kept ends. The text
+// is then as long as the two. False when the stretch would reach the start: the value is
+// then better read whole.
+constexpr std::size_t kFirstTailUnits = 64 * 1024;
+
+bool JoinTail(Registry& registry, RegKey key, TextView name, std::uint32_t size, PieceScanner& scanner,
+              std::size_t start, PartlyReadText& text) {
+  const std::size_t valueUnits = size / 2;
+  auto* const bytes = reinterpret_cast<std::uint8_t*>(text.Data());
+  std::size_t textUnits = valueUnits;  // without the terminator, once the last unit is read
+  std::size_t read = valueUnits;       // where the units read so far begin
+  for (std::size_t length = kFirstTailUnits;; length *= 2) {
+    const std::size_t from = valueUnits > length ? valueUnits - length : 0;
+    if (from <= start) return false;
+    const ByteRange fresh{static_cast<std::uint32_t>(from * 2), static_cast<std::uint32_t>(read * 2)};
+    if (registry.ReadValueRanges(key, name, size, std::span(&fresh, 1), bytes) != RegError::Success) return false;
+    if (read == valueUnits && text.Data()[valueUnits - 1] == u'\0') textUnits = valueUnits - 1;
+    read = from;
+    const PieceCut cut(TextView(text.Data() + from, textUnits - from), scanner.Separator());
+    if (cut.LastIndex() <= scanner.LastNeeded()) continue;
+    const TextView boundary = cut.Piece(cut.LastIndex() - scanner.LastNeeded() - 1);
+    const auto tail = static_cast<std::size_t>(boundary.data() + boundary.size() - text.Data());
+    std::memmove(text.Data() + start, text.Data() + tail, (textUnits - tail) * sizeof(char16_t));
+    text.ShrinkTo(start + textUnits - tail);
+    scanner.ScanNext(text.View().substr(start));
+    scanner.FinishParts(text.View());
+    return true;
+  }
+}
+
 }  // namespace
 
 std::optional<PartlyReadText> ReadStoredTextPartly(Registry& registry, RegKey key, TextView name,
@@ -162,12 +201,22 @@ std::optional<PartlyReadText> ReadStoredTextPartly(Registry& registry, RegKey ke
   if (size < kPartlyReadBytes || (type == RegType::Dword && size == 4)) return std::nullopt;
   ScanningSink sink(scanner);
   if (registry.ReadValue(key, name, sink) != RegError::Success) return std::nullopt;
-  PartlyReadText text(sink.Finish());
-  scanner.FinishParts(text.View());
-  if (!scanner.SawWhole(text.View())) return std::nullopt;  // a cut would scan units never read
-  const std::vector<ByteRange> ranges = JoinedRanges(select(text.View(), scanner), text.View().size());
+  const std::size_t seen = sink.Finish();
+  std::optional<PartlyReadText> text;
+  std::size_t start = seen;  // the units, from the first, that lie where they lie in the value
+  if (scanner.LastNeeded() > 0 && scanner.Enough()) {
+    start = scanner.ResumeAfterLastSeparator();
+    text.emplace(size / 2);
+    if (!JoinTail(registry, key, name, size, scanner, start, *text)) return std::nullopt;
+  } else {
+    text.emplace(seen);
+    scanner.FinishParts(text->View());
+  }
+  if (!scanner.SawWhole(text->View())) return std::nullopt;  // a cut would scan units never read
+  std::vector<ByteRange> ranges = JoinedRanges(select(text->View(), scanner), text->View().size());
+  KeepBelow(ranges, static_cast<std::uint32_t>(start * 2));  // the end joined to it is read already
   // The value's bytes and the text's units lie at the same offsets.
-  if (registry.ReadValueRanges(key, name, size, ranges, reinterpret_cast<std::uint8_t*>(text.Data())) !=
+  if (registry.ReadValueRanges(key, name, size, ranges, reinterpret_cast<std::uint8_t*>(text->Data())) !=
       RegError::Success) {
     return std::nullopt;
   }

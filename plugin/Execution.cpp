@@ -83,28 +83,43 @@ std::vector<UnitSpan> FieldStretches(const PieceCut& cut, const std::vector<Task
   return stretches;
 }
 
-// How many separators the fields need found when each names pieces counted from the start
-// (a start of 0 or more, an end above 0, as carried from field to field): the text after
-// them is never taken. Nothing when a field counts from the end, or fails.
-std::optional<std::size_t> SeparatorsFromTheStart(const std::vector<TaskField>& fields) {
-  std::size_t most = 0;
-  bool fromStart = true;
+// What the fields take of a text when each names pieces counted from one end only: from the
+// start (a start of 0 or more, an end above 0, as carried from field to field), or from the
+// end (a start below 0 and an end of 0 or less, the field's own numbers). The separators
+// they need found from either end; the text between is never taken. Nothing when a field
+// takes from both ends, carries a number resolved from the end, or fails.
+struct PiecesNeeded {
+  std::size_t fromStart = 0;
+  std::size_t fromEnd = 0;
+};
+
+std::optional<PiecesNeeded> PiecesTheFieldsNeed(const std::vector<TaskField>& fields) {
+  PiecesNeeded needed;
+  bool fits = true;
+  bool startKnown = true, endKnown = true;  // as a whole read would resolve them
   try {
     ForEachField(fields, [&](const TaskField& field, std::int16_t& start, std::int16_t& end) {
-      if (field.Var.empty() || !fromStart) return;
-      if (start < 0 || end <= 0) {
-        fromStart = false;
-        return;
+      startKnown = startKnown || IsNumeric(field.Start);
+      endKnown = endKnown || IsNumeric(field.End);
+      if (field.Var.empty() || !fits) return;
+      if (!startKnown || !endKnown) {
+        fits = false;
+      } else if (start >= 0 && end > 0) {
+        // Piece end - 1 is taken whole, so its separator must have been found.
+        needed.fromStart = std::max(needed.fromStart, static_cast<std::size_t>(end));
+        --end;  // as the extraction resolves it: the index of the last piece
+      } else if (start < 0 && end <= 0) {
+        needed.fromEnd = std::max(needed.fromEnd, static_cast<std::size_t>(-start));
+        startKnown = endKnown = false;  // resolved from a count that is not known
+      } else {
+        fits = false;
       }
-      // Piece end - 1 is taken whole, so its separator must have been found.
-      most = std::max(most, static_cast<std::size_t>(end));
-      --end;  // as the extraction resolves it: the index of the last piece
     });
   } catch (const RuntimeError&) {
     return std::nullopt;
   }
-  if (!fromStart || most == 0) return std::nullopt;
-  return most;
+  if (!fits || (needed.fromStart == 0 && needed.fromEnd == 0)) return std::nullopt;
+  return needed;
 }
 
 // The text of a positional task over a variable, its separator given as it is: the variable
@@ -117,7 +132,12 @@ struct PositionalText {
 
 void ReadFieldStretches(const Text& scenario, const TaskDefinition& definition, PositionalText& text) {
   PieceScanner scanner(definition.Separateur, kPositionalReach);
-  if (const std::optional<std::size_t> enough = SeparatorsFromTheStart(definition.Fields)) scanner.StopAfter(*enough);
+  if (const std::optional<PiecesNeeded> needed = PiecesTheFieldsNeed(definition.Fields)) {
+    if (needed->fromEnd == 0 || CannotOverlapItself(definition.Separateur)) {
+      scanner.StopAfter(needed->fromStart);
+      scanner.NeedLast(needed->fromEnd);
+    }
+  }
   const StretchSelector select = [&](TextView whole, PieceScanner& scanned) {
     text.cut.emplace(whole, std::move(scanned));
     return FieldStretches(*text.cut, definition.Fields);

@@ -192,9 +192,9 @@ TEST_F(Execution, ALongVariableGivesWhatItsWholeTextGives) {
   }
 }
 
-// Fields that count from the start only let the variable be read no further than they take;
-// the same fields over the same text read whole must give the same.
-TEST_F(Execution, FieldsFromTheStartGiveWhatTheWholeTextGives) {
+// Fields that count from one end only let the variable be read no further than they take
+// from either end; the same fields over the same text read whole must give the same.
+TEST_F(Execution, FieldsFromEitherEndGiveWhatTheWholeTextGives) {
   Text log;
   for (int line = 0; log.size() < (3u << 20); ++line) log += u"line " + DecimalText(line) + u" of a long log\r\n";
   struct Field {
@@ -207,25 +207,37 @@ TEST_F(Execution, FieldsFromTheStartGiveWhatTheWholeTextGives) {
       {{u"@A", u"0", u"32767"}, {u"@B", u"1", u"2"}},  // more lines than the log has
       {{u"", u"-5", u"0"}, {u"@B", u"1", u"2"}},       // a field with no variable resolves nothing
       {{u"@A", u"7", u"8"}, {u"@B", u"-1", u"0"}},
+      {{u"@A", u"0", u"1"}, {u"@B", u"-101", u"0"}, {u"@C", u"999", u"1999"}},
+      {{u"@A", u"-3", u"-1"}, {u"@B", u"-2", u"0"}},
+      {{u"@A", u"-101", u"0"}, {u"@B", u"", u""}},    // carries numbers resolved from the end
+      {{u"@A", u"-101", u"0"}, {u"@B", u"5", u""}},
+      {{u"@A", u"-101", u"0"}, {u"", u"", u""}, {u"@B", u"5", u"9"}},
+      {{u"@A", u"-32768", u"0"}, {u"@B", u"0", u"1"}},
+      {{u"@A", u"-5", u"-7"}, {u"@B", u"-1", u"-1"}},  // empty ranges
+      {{u"", u"0", u"1"}, {u"@A", u"-3", u"-1"}},      // from the end only, its separator shown
+      {{u"@A", u"32000", u"32767"}, {u"@B", u"-101", u"0"}},  // more separators at the start than it keeps
   };
-  for (std::size_t t = 0; t < tasks.size(); ++t) {
+  // A log that ends without a separator, too: its last piece is a line.
+  const Text logs[] = {log, log.substr(0, log.size() - 2)};
+  for (std::size_t t = 0; t < 2 * tasks.size(); ++t) {
     SCOPED_TRACE(t);
+    const std::vector<Field>& task = tasks[t % tasks.size()];
     std::vector<std::vector<std::optional<Text>>> runs;
     std::vector<Variant> statuses;
     for (const Text separator : {u"\r\n", u"@Sep"}) {
-      SetVariable(u"Log", log);
+      SetVariable(u"Log", logs[t / tasks.size()]);
       SetVariable(u"Sep", u"\r\n");
       DefineTask(1, u"@Log", separator, {});
-      PutDword(Reg(), kTask, u"Fields.Count", static_cast<std::uint32_t>(tasks[t].size()));
-      for (std::size_t i = 0; i < tasks[t].size(); ++i) {
-        const Field& f = tasks[t][i];
+      PutDword(Reg(), kTask, u"Fields.Count", static_cast<std::uint32_t>(task.size()));
+      for (std::size_t i = 0; i < task.size(); ++i) {
+        const Field& f = task[i];
         DefineSubstringField(static_cast<int>(i + 1), f.var, f.start, f.end, i % 2 == 0 ? u"False" : u"True");
         if (*f.var != u'\0') SetVariable(Text(f.var + 1), u"before");
       }
       Execute();
       statuses.push_back(Stored(u"Etat"));
       std::vector<std::optional<Text>> stored;
-      for (const Field& f : tasks[t]) stored.push_back(*f.var == u'\0' ? std::nullopt : Variable(Text(f.var + 1)));
+      for (const Field& f : task) stored.push_back(*f.var == u'\0' ? std::nullopt : Variable(Text(f.var + 1)));
       runs.push_back(std::move(stored));
     }
     EXPECT_EQ(statuses[0], statuses[1]);
