@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "common/Utf.h"
 #include "plugin/ExtractionChaine.h"
 #include "plugin/HostModule.h"
@@ -198,9 +200,9 @@ TEST_F(Execution, FieldsFromEitherEndGiveWhatTheWholeTextGives) {
   Text log;
   for (int line = 0; log.size() < (3u << 20); ++line) log += u"line " + DecimalText(line) + u" of a long log\r\n";
   struct Field {
-    const char16_t *var, *start, *end;
+    Text var, start, end;
   };
-  const std::vector<std::vector<Field>> tasks = {
+  std::vector<std::vector<Field>> tasks = {
       {{u"@A", u"0", u"1"}, {u"@B", u"999", u"1999"}, {u"@C", u"", u""}, {u"@D", u"5", u"7"}},
       {{u"@A", u"0", u"1"}, {u"@B", u"", u""}},        // the end carried is 0: counted from the end
       {{u"@A", u"3", u"2"}, {u"@B", u"10", u"20"}},     // an empty range first
@@ -211,12 +213,27 @@ TEST_F(Execution, FieldsFromEitherEndGiveWhatTheWholeTextGives) {
       {{u"@A", u"-3", u"-1"}, {u"@B", u"-2", u"0"}},
       {{u"@A", u"-101", u"0"}, {u"@B", u"", u""}},    // carries numbers resolved from the end
       {{u"@A", u"-101", u"0"}, {u"@B", u"5", u""}},
+      {{u"@A", u"-101", u"0"}, {u"@B", u"", u"2100"}},
       {{u"@A", u"-101", u"0"}, {u"", u"", u""}, {u"@B", u"5", u"9"}},
       {{u"@A", u"-32768", u"0"}, {u"@B", u"0", u"1"}},
       {{u"@A", u"-5", u"-7"}, {u"@B", u"-1", u"-1"}},  // empty ranges
       {{u"", u"0", u"1"}, {u"@A", u"-3", u"-1"}},      // from the end only, its separator shown
       {{u"@A", u"32000", u"32767"}, {u"@B", u"-101", u"0"}},  // more separators at the start than it keeps
   };
+  // And fields drawn at random near either end, numbers left out now and then.
+  std::mt19937 random(18);
+  const auto number = [&](int low, int high) {
+    return random() % 5 == 0 ? Text() : DecimalText(std::uniform_int_distribution<int>(low, high)(random));
+  };
+  for (int t = 0; t < 12; ++t) {
+    std::vector<Field> task;
+    for (int i = 0, n = 2 + static_cast<int>(random() % 3); i < n; ++i) {
+      const bool fromEnd = random() % 2 == 0;
+      task.push_back({random() % 6 == 0 ? Text() : u"@R" + DecimalText(i), fromEnd ? number(-150, -1) : number(0, 2100),
+                      fromEnd ? number(-150, 0) : number(1, 2100)});
+    }
+    tasks.push_back(std::move(task));
+  }
   // A log that ends without a separator, too: its last piece is a line.
   const Text logs[] = {log, log.substr(0, log.size() - 2)};
   for (std::size_t t = 0; t < 2 * tasks.size(); ++t) {
@@ -232,12 +249,12 @@ TEST_F(Execution, FieldsFromEitherEndGiveWhatTheWholeTextGives) {
       for (std::size_t i = 0; i < task.size(); ++i) {
         const Field& f = task[i];
         DefineSubstringField(static_cast<int>(i + 1), f.var, f.start, f.end, i % 2 == 0 ? u"False" : u"True");
-        if (*f.var != u'\0') SetVariable(Text(f.var + 1), u"before");
+        if (!f.var.empty()) SetVariable(f.var.substr(1), u"before");
       }
       Execute();
       statuses.push_back(Stored(u"Etat"));
       std::vector<std::optional<Text>> stored;
-      for (const Field& f : task) stored.push_back(*f.var == u'\0' ? std::nullopt : Variable(Text(f.var + 1)));
+      for (const Field& f : task) stored.push_back(f.var.empty() ? std::nullopt : Variable(f.var.substr(1)));
       runs.push_back(std::move(stored));
     }
     EXPECT_EQ(statuses[0], statuses[1]);
