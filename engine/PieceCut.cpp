@@ -124,6 +124,19 @@ PieceCut::Ends Joined(PieceCut::Ends left, PieceCut::Ends right, std::size_t rea
   return joined;
 }
 
+// A separator that cannot overlap itself (no proper prefix of it is also a suffix) is found at
+// the same places whatever offset a scan starts from, so stretches of the text can be
+// scanned apart. The prefix function of the separator tells, in one pass.
+bool CannotOverlapItself(TextView separator) {
+  std::vector<std::size_t> border(separator.size(), 0);
+  for (std::size_t i = 1; i < separator.size(); ++i) {
+    std::size_t k = border[i - 1];
+    while (k > 0 && separator[i] != separator[k]) k = border[k - 1];
+    border[i] = separator[i] == separator[k] ? k + 1 : k;
+  }
+  return separator.empty() || border.back() == 0;
+}
+
 unsigned StretchCount(TextView text, TextView separator) {
   const std::size_t bySize = text.size() / kUnitsPerStretch;
   if (bySize < 2 || !CannotOverlapItself(separator)) return 1;
@@ -156,18 +169,6 @@ PieceCut::Ends ScanText(TextView text, TextView separator, std::size_t reach) {
 bool FitsOffsets(TextView text) { return text.size() <= std::numeric_limits<std::uint32_t>::max(); }
 
 }  // namespace
-
-// Such a separator lets stretches of the text be scanned apart. The prefix function of the
-// separator tells, in one pass.
-bool CannotOverlapItself(TextView separator) {
-  std::vector<std::size_t> border(separator.size(), 0);
-  for (std::size_t i = 1; i < separator.size(); ++i) {
-    std::size_t k = border[i - 1];
-    while (k > 0 && separator[i] != separator[k]) k = border[k - 1];
-    border[i] = separator[i] == separator[k] ? k + 1 : k;
-  }
-  return separator.empty() || border.back() == 0;
-}
 
 PieceCut::PieceCut(TextView text, TextView separator, std::size_t reach) : text_(text), separator_(separator) {
   if (separator.empty()) return;
@@ -242,11 +243,13 @@ bool PieceScanner::SawWhole(TextView text) const noexcept {
   return state_->finished && state_->finalData == text.data() && state_->finalSize == text.size();
 }
 
-void PieceScanner::StopAfter(std::size_t separators) noexcept { state_->enough = separators; }
+void PieceScanner::NeedOnly(std::size_t fromStart, std::size_t fromEnd) {
+  if (fromEnd > 0 && !CannotOverlapItself(separator_)) return;
+  state_->enough = fromStart;
+  state_->lastNeeded = fromEnd;
+}
 
 bool PieceScanner::Enough() const noexcept { return state_->collector.Count() >= state_->enough; }
-
-void PieceScanner::NeedLast(std::size_t separators) noexcept { state_->lastNeeded = separators; }
 
 std::size_t PieceScanner::LastNeeded() const noexcept { return state_->lastNeeded; }
 

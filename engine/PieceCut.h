@@ -61,10 +61,6 @@ class PieceCut {
   Ends ends_;
 };
 
-// Whether the separator is found at the same places wherever a scan of the text starts: it
-// cannot overlap itself (no proper prefix of it is also a suffix).
-bool CannotOverlapItself(TextView separator);
-
 // Finds a separator in a text that arrives in stretches (a variable read in pieces), each
 // stretch while it is still in the processor's cache: the text is then not read from memory
 // a second time to be cut.
@@ -89,18 +85,18 @@ class PieceScanner {
   // Whether `text` is the very text (the same units at the same place) last given whole.
   bool SawWhole(TextView text) const noexcept;
 
-  // When every field names pieces counted from the start only, the text up to the end of
-  // piece n - 1 is all they can take: once `separators` are found, Enough() says so, and a
-  // reader may stop there and give the cut that much of the text as if it were all of it.
-  void StopAfter(std::size_t separators) noexcept;
+  // When every field names pieces counted from one end only, the fields take nothing but
+  // the text up to the end of the first `fromStart` separators and the text after the last
+  // `fromEnd` ones. Once the first are found, Enough() says so, and a reader may stop there:
+  // with nothing needed from the end, it gives the cut that much of the text as if it were
+  // all of it; else it skips the middle (ResumeAfterLastSeparator drops what was given after
+  // the last separator found, and the text goes on with its end, from just after a
+  // separator). The cut then holds the pieces at either end as they are and counts the ones
+  // between wrong, so this is only for fields that count from their own end. A separator
+  // that can overlap itself could be found elsewhere in a stretch scanned apart: with it,
+  // a need from the end leaves the whole text to be scanned.
+  void NeedOnly(std::size_t fromStart, std::size_t fromEnd);
   bool Enough() const noexcept;
-  // When the other fields name pieces counted from the end only, they take nothing before
-  // the last `separators` separators. A reader that stopped may then skip the middle:
-  // ResumeAfterLastSeparator drops what was given after the last separator found, and the
-  // text goes on with its end, from just after a separator. The cut then holds the pieces at
-  // either end as they are and counts the ones between wrong, so this is only for fields
-  // that count from their own end, with a separator that cannot overlap itself.
-  void NeedLast(std::size_t separators) noexcept;
   std::size_t LastNeeded() const noexcept;
   // Where the text given so far goes on: the end of the last separator found, or 0.
   std::size_t ResumeAfterLastSeparator();

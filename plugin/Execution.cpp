@@ -132,12 +132,8 @@ struct PositionalText {
 
 void ReadFieldStretches(const Text& scenario, const TaskDefinition& definition, PositionalText& text) {
   PieceScanner scanner(definition.Separateur, kPositionalReach);
-  if (const std::optional<PiecesNeeded> needed = PiecesTheFieldsNeed(definition.Fields)) {
-    if (needed->fromEnd == 0 || CannotOverlapItself(definition.Separateur)) {
-      scanner.StopAfter(needed->fromStart);
-      scanner.NeedLast(needed->fromEnd);
-    }
-  }
+  if (const std::optional<PiecesNeeded> needed = PiecesTheFieldsNeed(definition.Fields))
+    scanner.NeedOnly(needed->fromStart, needed->fromEnd);
   const StretchSelector select = [&](TextView whole, PieceScanner& scanned) {
     text.cut.emplace(whole, std::move(scanned));
     return FieldStretches(*text.cut, definition.Fields);

@@ -541,7 +541,7 @@ TEST_F(Hive, ALongTextIsReadNoFurtherThanItsScannerNeeds) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.enough);
     PieceScanner scanner(u";", kEveryPiece);
-    scanner.StopAfter(c.enough);
+    scanner.NeedOnly(c.enough, 0);
     std::size_t lastIndex = 0;
     UnitSpan last;  // of piece enough - 1, the last one wanted
     const std::optional<PartlyReadText> read =
