@@ -42,7 +42,21 @@ std::optional<double> ParseRadix(TextView digits, int radix) {
   return static_cast<double>(static_cast<std::int32_t>(static_cast<std::uint32_t>(value)));
 }
 
+// Whole numbers of up to 15 digits, as task fields hold them ("999", "-101"), are exact in a
+// double: summed here, they skip the general conversion, a fifth of a task's load.
+std::optional<double> ParseWholeNumber(TextView text) {
+  std::size_t i = text.empty() || (text[0] != u'+' && text[0] != u'-') ? 0 : 1;
+  if (i == text.size() || text.size() - i > 15) return std::nullopt;
+  double value = 0;
+  for (std::size_t j = i; j < text.size(); ++j) {
+    if (text[j] < u'0' || text[j] > u'9') return std::nullopt;
+    value = value * 10 + (text[j] - u'0');
+  }
+  return i == 1 && text[0] == u'-' ? -value : value;
+}
+
 std::optional<double> ParseDecimal(TextView text) {
+  if (const auto whole = ParseWholeNumber(text)) return whole;
   std::string ascii;
   std::size_t i = 0;
   if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) ascii.push_back(static_cast<char>(text[i++]));
@@ -74,6 +88,15 @@ Int RoundToRange(double number) {
     RaiseError(ErrorNumber::Overflow);
   }
   return static_cast<Int>(rounded);
+}
+
+// A word of the truth values compared without case, with no copy made.
+bool IsWord(TextView text, std::u16string_view upper) {
+  if (text.size() != upper.size()) return false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (UpperChar(text[i]) != upper[i]) return false;
+  }
+  return true;
 }
 
 template <typename Int>
@@ -112,13 +135,18 @@ bool IsNumeric(const Variant& value) { return !value.IsText() || IsNumeric(value
 
 std::int16_t ToInteger(const Variant& value) { return ConvertVariant<std::int16_t>(value); }
 std::int16_t ToInteger(TextView text) { return ConvertText<std::int16_t>(text); }
+std::optional<std::int16_t> IntegerIfNumeric(TextView text) {
+  const auto number = ParseNumber(text);
+  if (!number) return std::nullopt;
+  return RoundToRange<std::int16_t>(*number);
+}
 std::int32_t ToLong(const Variant& value) { return ConvertVariant<std::int32_t>(value); }
 std::int32_t ToLong(TextView text) { return ConvertText<std::int32_t>(text); }
 
 bool ToBoolean(TextView text) {
-  const Text word = UpperCase(TrimBlanks(text));
-  if (word == u"TRUE" || word == u"VRAI") return true;
-  if (word == u"FALSE" || word == u"FAUX") return false;
+  const TextView word = TrimBlanks(text);
+  if (IsWord(word, u"TRUE") || IsWord(word, u"VRAI")) return true;
+  if (IsWord(word, u"FALSE") || IsWord(word, u"FAUX")) return false;
   const auto number = ParseNumber(word);
   if (!number) RaiseError(ErrorNumber::TypeMismatch);
   return *number != 0;

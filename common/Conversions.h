@@ -20,6 +20,8 @@ bool IsNumeric(const Variant& value);  // Empty is numeric (it converts to 0)
 // overflow error, a text that is no number a type mismatch.
 std::int16_t ToInteger(const Variant& value);
 std::int16_t ToInteger(TextView text);
+// ToInteger of a numeric text in one reading; nothing for a text that is no number.
+std::optional<std::int16_t> IntegerIfNumeric(TextView text);
 std::int32_t ToLong(const Variant& value);
 std::int32_t ToLong(TextView text);
 

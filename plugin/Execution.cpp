@@ -54,8 +54,8 @@ void ForEachField(const std::vector<TaskField>& fields, Take take) {
   std::int16_t start = 0;
   std::int16_t end = 0;
   for (const TaskField& field : fields) {
-    if (IsNumeric(field.Start)) start = ToInteger(field.Start);
-    if (IsNumeric(field.End)) end = ToInteger(field.End);
+    if (const auto number = IntegerIfNumeric(field.Start)) start = *number;
+    if (const auto number = IntegerIfNumeric(field.End)) end = *number;
     take(field, start, end);
   }
 }

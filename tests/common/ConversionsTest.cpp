@@ -56,6 +56,13 @@ TEST(Conversions, ToIntegerFromText) {
       {u"5.", 5, 0},
       {u".", std::nullopt, ErrorNumber::TypeMismatch},
       {u"1 2", std::nullopt, ErrorNumber::TypeMismatch},
+      {u"+", std::nullopt, ErrorNumber::TypeMismatch},
+      {u"-", std::nullopt, ErrorNumber::TypeMismatch},
+      {u"-0", 0, 0},
+      {u"0032767", 32767, 0},
+      {u"0000000000000000032767", 32767, 0},  // more digits than a double holds exactly
+      {u"999999999999999", std::nullopt, ErrorNumber::Overflow},
+      {u"-1000000000000000", std::nullopt, ErrorNumber::Overflow},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::Message() << "case " << (&c - cases));
