@@ -10,6 +10,9 @@ namespace nv {
 // UTF-16 to UTF-8. A lone surrogate is written as its own three-byte sequence so that
 // names read back exactly (the registry allows any code unit).
 std::string ToUtf8(TextView text);
+// The same, appended to `out`. A surrogate pair split between two calls is written as two
+// lone surrogates: a caller that converts a text in pieces keeps pairs in one piece.
+void AppendUtf8(TextView text, std::string& out);
 
 // UTF-8 to UTF-16; the three-byte form of a lone surrogate comes back as that unit, and
 // any malformed byte becomes U+FFFD.

@@ -20,6 +20,21 @@ TEST(Utf, RoundTripsEveryKindOfUnit) {
   }
 }
 
+// Runs of ASCII are copied in blocks: whatever follows a run, at any place in a block, is
+// written as itself.
+TEST(Utf, AsciiRunsEndWhereverTheOtherUnitsBegin) {
+  const struct {
+    Text unit;
+    std::string bytes;
+  } others[] = {{u"é", "\xC3\xA9"}, {u"\U0001F600", "\xF0\x9F\x98\x80"}, {Text(1, char16_t(0xD800)), "\xED\xA0\x80"}};
+  for (std::size_t run = 0; run <= 40; ++run) {
+    for (const auto& other : others) {
+      const Text ascii(run, u'a');
+      EXPECT_EQ(ToUtf8(ascii + other.unit + ascii), std::string(run, 'a') + other.bytes + std::string(run, 'a')) << run;
+    }
+  }
+}
+
 TEST(Utf, MalformedBytesBecomeReplacementCharacters) {
   EXPECT_EQ(FromUtf8("a\xFF" "b"), u"a\uFFFDb");
   EXPECT_EQ(FromUtf8("\xC3"), u"\uFFFD");
