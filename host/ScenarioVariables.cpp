@@ -31,6 +31,15 @@ std::optional<PartlyReadText> ScenarioVariables::GetPartly(const Text& scenario,
   return ReadStoredTextPartly(registry_, key.Get(), name, scanner, select);
 }
 
+RegStatus ScenarioVariables::WriteAsUtf8(const Text& scenario, const Text& name, Utf8Output& out) const {
+  const ReadingScope reading(registry_);
+  UniqueRegKey key;
+  const RegStatus status =
+      OpenUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::QueryValue, key);
+  if (status != RegError::Success) return status;
+  return WriteStoredValueAsUtf8(registry_, key.Get(), name, out);
+}
+
 void ScenarioVariables::Set(const Text& scenario, const Text& name, TextView value) {
   UniqueRegKey key;
   RegStatus status =

@@ -7,6 +7,7 @@
 #include "common/Variant.h"
 #include "engine/PieceCut.h"
 #include "engine/VariablesService.h"
+#include "host/StoredValue.h"
 #include "store/Registry.h"
 
 namespace nv {
@@ -24,6 +25,9 @@ class ScenarioVariables {
   // when missing, another value, or not to be read so.
   std::optional<PartlyReadText> GetPartly(const Text& scenario, const Text& name, PieceScanner& scanner,
                                           const StretchSelector& select) const;
+  // The value written to `out` as UTF-8 while it is read (see WriteStoredValueAsUtf8);
+  // FileNotFound when the scenario has no variables.
+  RegStatus WriteAsUtf8(const Text& scenario, const Text& name, Utf8Output& out) const;
   // Raises an error carrying the registry's code when the value cannot be written.
   void Set(const Text& scenario, const Text& name, TextView value);
 

@@ -5,9 +5,12 @@
 #include <cstdint>
 #include <cstring>
 #include <optional>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "common/LargeBuffer.h"
+#include "common/Utf.h"
 #include "engine/PieceCut.h"
 #include "store/ValueBytes.h"
 
@@ -189,6 +192,89 @@ bool JoinTail(Registry& registry, RegKey key, TextView name, std::uint32_t size,
   }
 }
 
+// Converts each piece as it comes, through one buffer. The last unit read is held back, as
+// it may be the terminator, and so is a high surrogate before it, whose pair may be in the
+// next piece; an odd byte waits for the byte after it.
+class Utf8WritingSink final : public ValueSink {
+ public:
+  explicit Utf8WritingSink(Utf8Output& out) : out_(out) {}
+
+  void Begin(std::uint32_t type, std::uint32_t size) override {
+    isNumber_ = type == RegType::Dword && size == 4;
+    out_.Write({});
+  }
+  void Append(const std::uint8_t* data, std::uint32_t size) override {
+    if (isNumber_) {
+      std::memcpy(reinterpret_cast<std::uint8_t*>(&number_) + filled_, data, std::min<std::size_t>(size, 4 - filled_));
+      filled_ += std::min<std::size_t>(size, 4 - filled_);
+      return;
+    }
+    if (data == room_) {  // read in place, after the units held back
+      room_ = nullptr;
+      WriteAllButHeld();
+      return;
+    }
+    const std::size_t held = units_.size();
+    const std::size_t count = (pending_ + size) / 2;
+    units_.resize(held + count);
+    auto* to = reinterpret_cast<std::uint8_t*>(units_.data() + held);
+    std::memcpy(to, &odd_, pending_);
+    std::memcpy(to + pending_, data, count * 2 - pending_);
+    if constexpr (std::endian::native != std::endian::little) {
+      for (char16_t& unit : TextSpan(units_.data() + held, count)) unit = static_cast<char16_t>((unit >> 8) | (unit << 8));
+    }
+    pending_ = pending_ + size - count * 2;
+    if (pending_ != 0) odd_ = data[size - 1];
+    WriteAllButHeld();
+  }
+  std::uint8_t* Room(std::uint32_t size) override {
+    if (std::endian::native != std::endian::little || isNumber_ || size % 2 != 0 || pending_ != 0) return nullptr;
+    const std::size_t held = units_.size();
+    units_.resize(held + size / 2);
+    room_ = reinterpret_cast<std::uint8_t*>(units_.data() + held);
+    return room_;
+  }
+  // The units held back, the terminator left out, and a number written as its digits.
+  void Finish() {
+    if (isNumber_) {
+      const Text digits = DecimalText(static_cast<std::int32_t>(LittleEndian32(number_)));
+      bytes_.clear();
+      AppendUtf8(digits, bytes_);
+      out_.Write(bytes_);
+      return;
+    }
+    if (!units_.empty() && units_.back() == u'\0') units_.pop_back();
+    WriteUnits(units_.size());
+  }
+
+ private:
+  using TextSpan = std::span<char16_t>;
+  static bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
+  void WriteAllButHeld() {
+    std::size_t keep = std::min<std::size_t>(units_.size(), 1);
+    if (units_.size() >= 2 && IsHighSurrogate(units_[units_.size() - 2])) keep = 2;
+    WriteUnits(units_.size() - keep);
+  }
+  // Writes the first `count` units and keeps the rest for the next piece.
+  void WriteUnits(std::size_t count) {
+    if (count == 0) return;
+    bytes_.clear();
+    AppendUtf8(TextView(units_).substr(0, count), bytes_);
+    out_.Write(bytes_);
+    units_.erase(0, count);
+  }
+
+  Utf8Output& out_;
+  bool isNumber_ = false;
+  std::uint32_t number_ = 0;
+  std::size_t filled_ = 0;
+  Text units_;
+  std::uint8_t* room_ = nullptr;
+  std::string bytes_;
+  std::uint8_t odd_ = 0;
+  std::size_t pending_ = 0;
+};
+
 }  // namespace
 
 std::optional<PartlyReadText> ReadStoredTextPartly(Registry& registry, RegKey key, TextView name,
@@ -227,6 +313,13 @@ std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView 
   StoredValueSink sink(scanner);
   if (registry.ReadValue(key, name, sink) != RegError::Success) return std::nullopt;
   return std::move(sink).Take();
+}
+
+RegStatus WriteStoredValueAsUtf8(Registry& registry, RegKey key, TextView name, Utf8Output& out) {
+  Utf8WritingSink sink(out);
+  const RegStatus status = registry.ReadValue(key, name, sink);
+  if (status == RegError::Success) sink.Finish();
+  return status;
 }
 
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value) {

@@ -2,6 +2,7 @@
 // How the stand-in host reads and writes its own values (variables, actions): any text
 // type reads as its text without the terminator, a REG_DWORD as its number.
 #include <optional>
+#include <string_view>
 
 #include "common/Variant.h"
 #include "engine/PieceCut.h"
@@ -19,6 +20,21 @@ std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView 
 inline constexpr std::uint32_t kPartlyReadBytes = 1 << 20;
 std::optional<PartlyReadText> ReadStoredTextPartly(Registry& registry, RegKey key, TextView name,
                                                    PieceScanner& scanner, const StretchSelector& select);
+
+// Where a value goes when it is written out as UTF-8 in pieces.
+class Utf8Output {
+ public:
+  // Called once the value is found, first with nothing, then with each piece in order.
+  virtual void Write(std::string_view bytes) = 0;
+
+ protected:
+  ~Utf8Output() = default;
+};
+// The value as ReadStoredValue gives it, written to `out` as UTF-8 (as ToUtf8 writes it) while
+// it is read, never held whole: a text without its terminator, a REG_DWORD as its number.
+// A failure after the first Write leaves the pieces before it written.
+RegStatus WriteStoredValueAsUtf8(Registry& registry, RegKey key, TextView name, Utf8Output& out);
+
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value);
 RegStatus WriteStoredNumber(Registry& registry, RegKey key, TextView name, std::uint32_t value);
 

@@ -1,4 +1,11 @@
 // var: scenario variables read, written, listed and removed, values byte for byte.
+#include <fstream>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "common/Conversions.h"
 #include "common/Utf.h"
 #include "host/ScenarioVariables.h"
@@ -9,6 +16,7 @@
 #include "host/nvhost/JsonWriter.h"
 #include "host/nvhost/ValueInput.h"
 #include "store/RegistryKey.h"
+#include "store/RegistryStatusText.h"
 #include "host/regfile/RegNameLimits.h"
 
 namespace nv {
@@ -25,27 +33,68 @@ void RefuseOptions(const Arguments& arguments, std::initializer_list<const char*
   }
 }
 
+// The value's UTF-8 straight to a stream, or to a file made only once the value is found.
+class ValueOutput final : public Utf8Output {
+ public:
+  explicit ValueOutput(std::ostream& stream) : stream_(&stream) {}
+  explicit ValueOutput(std::string path) : path_(std::move(path)) {}
+
+  void Write(std::string_view bytes) override {
+    if (!started_) {
+      started_ = true;
+      if (stream_ == nullptr) {
+        file_.open(path_, std::ios::binary | std::ios::trunc);
+        if (!file_) throw std::runtime_error("cannot write " + path_);
+        stream_ = &file_;
+      }
+    }
+    stream_->write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!*stream_) throw std::runtime_error("cannot write " + (path_.empty() ? std::string("the output") : path_));
+  }
+  bool Started() const { return started_; }
+  void Close() {
+    if (!file_.is_open()) return;
+    file_.close();
+    if (!file_) throw std::runtime_error("cannot write " + path_);
+  }
+
+ private:
+  std::string path_;
+  std::ofstream file_;
+  std::ostream* stream_ = nullptr;
+  bool started_ = false;
+};
+
+int NoVariable(Session& session, const std::vector<std::string>& p) {
+  session.Err() << "nvhost var: scenario " << p[1] << " has no variable " << p[2] << "\n";
+  return ExitCode::NotFound;
+}
+
 int Get(Session& session, const Arguments& arguments) {
   RequirePositional(arguments, 3, kUsage);
   RefuseOptions(arguments, {"--file"}, "get");
   const auto& p = arguments.positional;
   ScenarioVariables variables(session.OpenExistingRegistry());
+  const auto output = arguments.Value("--output");
+  if (!arguments.Has("--json")) {
+    // A log of many MiB goes out as it is read, never held whole in memory.
+    ValueOutput out = output ? ValueOutput(*output) : ValueOutput(session.Out());
+    const RegStatus status = variables.WriteAsUtf8(FromUtf8(p[1]), FromUtf8(p[2]), out);
+    if (status != RegError::Success && !out.Started()) return NoVariable(session, p);
+    if (status != RegError::Success) {
+      throw std::runtime_error("variable " + p[2] + " of scenario " + p[1] +
+                               " could not be read to its end: " + RegistryStatusText(status));
+    }
+    if (output) out.Close(); else session.Out() << "\n";
+    return ExitCode::Success;
+  }
   const auto value = variables.Get(FromUtf8(p[1]), FromUtf8(p[2]));
-  if (!value) {
-    session.Err() << "nvhost var: scenario " << p[1] << " has no variable " << p[2] << "\n";
-    return ExitCode::NotFound;
-  }
+  if (!value) return NoVariable(session, p);
   const Text text = ToText(*value);
-  if (arguments.Has("--json")) {
-    session.Out() << JsonObject({JsonMember("scenario", JsonString(p[1])), JsonMember("name", JsonString(p[2])),
-                                 JsonMember("value", JsonString(text))})
-                  << "\n";
-  }
-  if (const auto output = arguments.Value("--output")) {
-    WriteOutputBytes(*output, ToUtf8(text));
-  } else if (!arguments.Has("--json")) {
-    session.Out() << ToUtf8(text) << "\n";
-  }
+  session.Out() << JsonObject({JsonMember("scenario", JsonString(p[1])), JsonMember("name", JsonString(p[2])),
+                               JsonMember("value", JsonString(text))})
+                << "\n";
+  if (output) WriteOutputBytes(*output, ToUtf8(text));
   return ExitCode::Success;
 }
 

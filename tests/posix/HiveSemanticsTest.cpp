@@ -1,6 +1,7 @@
 // The hive answers as the Windows registry does.
 #include <gtest/gtest.h>
 
+#include "common/Conversions.h"
 #include "common/Utf.h"
 #include "engine/PieceCut.h"
 #include "host/StoredValue.h"
@@ -401,13 +402,32 @@ TEST_F(Hive, ReadValueInPiecesGivesTheWholeValue) {
   EXPECT_EQ(hive_->ReadValue(Key(u"Pieces", RegAccess::SetValue), u"v", none), denied);
 }
 
+// Collects what a value is written out as, in the pieces it comes in.
+class CollectedUtf8 final : public Utf8Output {
+ public:
+  void Write(std::string_view bytes) override {
+    bytes_ += bytes;
+    ++writes_;
+  }
+  std::string bytes_;
+  int writes_ = 0;
+};
+
 // A stored variable reads as its text without the terminator (an odd last byte is no unit),
-// a REG_DWORD as its number, whatever its size.
+// a REG_DWORD as its number, whatever its size; written out as UTF-8 while it is read, it is
+// the same, surrogate pairs across the hive's pieces included.
 TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
   const RegKey key = Key(u"Stored");
   const Text big(300000, u'\u00e9');
   Text huge(9u << 19, u'x');  // 9 MiB: its pages made present beside the read
   huge.back() = u'y';
+  constexpr std::size_t kPieceUnits = 131072;  // the hive's pieces, in units
+  Text pairs(2 * kPieceUnits + 8, u'p');
+  pairs.replace(kPieceUnits - 1, 2, u"\U0001F600");      // across the first pieces
+  pairs.replace(2 * kPieceUnits - 2, 2, u"\U0001F601");  // ending where a piece ends
+  Text lone = pairs;
+  lone[kPieceUnits] = u'q';  // a high surrogate alone at a piece's end
+  lone.back() = char16_t(0xD800);  // and before the terminator
   const struct Case {
     Bytes data;
     std::uint32_t type;
@@ -421,12 +441,21 @@ TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
       {Bytes{}, RegType::Sz, Variant::FromText(u"")},
       {Bytes{0xFE, 0xFF, 0xFF, 0xFF}, RegType::Dword, Variant::FromLong(-2)},
       {Bytes{1, 0}, RegType::Dword, Variant::FromText(Text(1, u'\u0001'))},
+      {BytesFromText(pairs), RegType::Sz, Variant::FromText(pairs)},
+      {BytesFromText(lone), RegType::Sz, Variant::FromText(lone)},
+      {FirstBytes(BytesFromText(lone), lone.size() * 2 + 1), RegType::Sz, Variant::FromText(lone)},
   };
   for (const Case& c : cases) {
     ASSERT_EQ(Set(key, u"v", c.data, c.type), ok);
     EXPECT_EQ(ReadStoredValue(*hive_, key, u"v"), c.expected) << c.data.size();
+    CollectedUtf8 out;
+    ASSERT_EQ(WriteStoredValueAsUtf8(*hive_, key, u"v", out), ok);
+    EXPECT_TRUE(out.bytes_ == ToUtf8(ToText(c.expected))) << c.data.size();
   }
   EXPECT_EQ(ReadStoredValue(*hive_, key, u"missing"), std::nullopt);
+  CollectedUtf8 none;
+  EXPECT_EQ(WriteStoredValueAsUtf8(*hive_, key, u"missing", none), RegError::FileNotFound);
+  EXPECT_EQ(none.writes_, 0);
 }
 
 // A text read through a scanner is cut as the same text scanned whole: separators across the
