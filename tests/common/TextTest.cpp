@@ -20,8 +20,8 @@ TEST(Utf, RoundTripsEveryKindOfUnit) {
   }
 }
 
-// Runs of ASCII are copied in blocks: whatever follows a run, at any place in a block, is
-// written as itself.
+// Runs of ASCII are taken in blocks: whatever follows a run, at any place in a block, is
+// converted as itself, and found when it is wrong.
 TEST(Utf, AsciiRunsEndWhereverTheOtherUnitsBegin) {
   const struct {
     Text unit;
@@ -31,7 +31,13 @@ TEST(Utf, AsciiRunsEndWhereverTheOtherUnitsBegin) {
     for (const auto& other : others) {
       const Text ascii(run, u'a');
       EXPECT_EQ(ToUtf8(ascii + other.unit + ascii), std::string(run, 'a') + other.bytes + std::string(run, 'a')) << run;
+      EXPECT_EQ(FromUtf8(std::string(run, 'a') + other.bytes + std::string(run, 'a')), ascii + other.unit + ascii);
     }
+    // And a bad byte or a surrogate form after a run is found where it is.
+    const std::string bad = std::string(run, 'a') + "\xFF" + std::string(run, 'a');
+    EXPECT_EQ(Utf8ValidLength(bad), run);
+    EXPECT_FALSE(IsStandardUtf8(std::string(run, 'a') + "\xED\xA0\x80"));
+    EXPECT_TRUE(IsStandardUtf8(std::string(run, 'a') + "\xC3\xA9" + std::string(run, 'a')));
   }
 }
 
