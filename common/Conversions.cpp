@@ -43,7 +43,8 @@ std::optional<double> ParseRadix(TextView digits, int radix) {
 }
 
 // Whole numbers of up to 15 digits, as task fields hold them ("999", "-101"), are exact in a
-// double: summed here, they skip the general conversion, a fifth of a task's load.
+// double: summed here, they skip the general conversion, which a task of 1,000 fields makes
+// thousands of times a run.
 std::optional<double> ParseWholeNumber(TextView text) {
   std::size_t i = text.empty() || (text[0] != u'+' && text[0] != u'-') ? 0 : 1;
   if (i == text.size() || text.size() - i > 15) return std::nullopt;

@@ -85,7 +85,11 @@ int Get(Session& session, const Arguments& arguments) {
       throw std::runtime_error("variable " + p[2] + " of scenario " + p[1] +
                                " could not be read to its end: " + RegistryStatusText(status));
     }
-    if (output) out.Close(); else session.Out() << "\n";
+    if (output) {
+      out.Close();
+    } else {
+      session.Out() << "\n";
+    }
     return ExitCode::Success;
   }
   const auto value = variables.Get(FromUtf8(p[1]), FromUtf8(p[2]));
