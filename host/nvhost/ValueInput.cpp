@@ -1,10 +1,12 @@
 #include "host/nvhost/ValueInput.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <stdexcept>
+#include <string_view>
 
 #include "common/Utf.h"
 
@@ -38,11 +40,46 @@ std::string ReadInputBytes(const std::string& path) {
   return bytes;
 }
 
-Text DecodeUtf8Input(const std::string& bytes, const std::string& source) {
-  const std::size_t valid = Utf8ValidLength(bytes);
-  if (valid != bytes.size())
-    throw std::runtime_error(source + " is not UTF-8: bad byte at offset " + std::to_string(valid));
-  return FromUtf8(bytes);
+Text ReadUtf8Input(const std::string& path, std::size_t blockBytes) {
+  const bool standardInput = path == "-";
+  const std::string source = standardInput ? "standard input" : path;
+  std::ifstream file;
+  Text text;
+  if (!standardInput) {
+    file.open(path, std::ios::binary | std::ios::ate);
+    if (!file) throw std::runtime_error("cannot open " + path);
+    // Never more units than bytes: room made once, and only what is written is touched.
+    if (const std::streamoff size = file.tellg(); size > 0) text.reserve(static_cast<std::size_t>(size));
+    file.seekg(0);
+  }
+  const auto readInto = [&](char* into, std::size_t size) -> std::size_t {
+    if (standardInput) {
+      const std::size_t got = std::fread(into, 1, size, stdin);
+      if (std::ferror(stdin)) throw std::runtime_error("cannot read standard input");
+      return got;
+    }
+    file.read(into, static_cast<std::streamsize>(size));
+    if (file.bad()) throw std::runtime_error("cannot read " + path);
+    return static_cast<std::size_t>(file.gcount());
+  };
+  std::string block;          // a sequence cut by the last block's end, then the next block
+  std::uint64_t offset = 0;   // of block[0] in the input
+  for (;;) {
+    const std::size_t carried = block.size();
+    block.resize(carried + blockBytes);
+    const std::size_t got = readInto(block.data() + carried, blockBytes);
+    block.resize(carried + got);
+    const std::size_t valid = Utf8ValidLength(block);
+    // A few bytes short of the end may be a sequence the next block completes: they are
+    // checked again with it. At the input's end they are what they are.
+    const bool maybeCut = got != 0 && block.size() - valid < 4;
+    if (valid != block.size() && !maybeCut)
+      throw std::runtime_error(source + " is not UTF-8: bad byte at offset " + std::to_string(offset + valid));
+    AppendFromUtf8(std::string_view(block).substr(0, valid), text);
+    if (got == 0) return text;
+    offset += valid;
+    block.erase(0, valid);
+  }
 }
 
 void WriteOutputBytes(const std::string& path, const std::string& bytes) {

@@ -110,9 +110,9 @@ int Set(Session& session, const Arguments& arguments) {
   RequireRegistryNames(VariablesKeyPath(FromUtf8(p[1])), FromUtf8(p[2]));
   Text value;
   if (file) {
-    value = DecodeUtf8Input(ReadInputBytes(*file), *file);
+    value = ReadUtf8Input(*file);
   } else if (p[3] == "-") {
-    value = DecodeUtf8Input(ReadInputBytes("-"), "standard input");
+    value = ReadUtf8Input("-");
   } else {
     value = FromUtf8(p[3]);
   }

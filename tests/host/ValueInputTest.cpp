@@ -1,0 +1,49 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+#include "common/Utf.h"
+#include "host/nvhost/ValueInput.h"
+
+namespace nv {
+namespace {
+
+// A file read in blocks of any size gives the text the whole file gives, and a bad byte is
+// named at its offset in the file, wherever the blocks cut the sequences around it.
+TEST(ValueInput, BlocksOfAnySizeReadAsTheWholeFile) {
+  std::string mixed;
+  for (int i = 0; i < 40; ++i) mixed += "line é 日本 \xF0\x9F\x98\x80\r\n";
+  const std::string inputs[] = {
+      "", "abc", "\xC3\xA9", "\xE6\x97\xA5\xE6\x9C\xAC", mixed,
+      "x\xED\xA0\x80y",                 // a surrogate's own form, as the registry allows
+      "ab\xFF" "cd", "abc\xE6\x97",     // a bad byte; a sequence cut by the end of the file
+      "\xC0\x80", "\xF0\x9F\x98" "a",   // overlong; a sequence cut short inside the file
+      mixed + "\xFF" + mixed,
+  };
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / ("nvextch-input-" + std::to_string(std::random_device{}()) + ".txt");
+  for (const std::string& input : inputs) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << input;
+    const std::size_t valid = Utf8ValidLength(input);
+    for (const std::size_t block : {1, 2, 3, 4, 5, 7, 64, 1 << 20}) {
+      SCOPED_TRACE(testing::Message() << "input of " << input.size() << " bytes, blocks of " << block);
+      try {
+        const Text text = ReadUtf8Input(path.string(), block);
+        EXPECT_EQ(valid, input.size());
+        EXPECT_EQ(text, FromUtf8(input));
+      } catch (const std::runtime_error& e) {
+        EXPECT_NE(valid, input.size());
+        EXPECT_EQ(std::string(e.what()), path.string() + " is not UTF-8: bad byte at offset " + std::to_string(valid));
+      }
+    }
+  }
+  std::filesystem::remove(path);
+  EXPECT_THROW(ReadUtf8Input(path.string()), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace nv
