@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "common/FileKind.h"
 #include "common/Utf.h"
 
 namespace nv {
@@ -46,6 +47,9 @@ Text ReadUtf8Input(const std::string& path, std::size_t blockBytes) {
   std::ifstream file;
   Text text;
   if (!standardInput) {
+    // A FIFO would block the open, and a device would be read without end.
+    if (const std::string kind = NonRegularFileKind(path); !kind.empty())
+      throw std::runtime_error("cannot read " + path + ": it is " + kind + ", not a regular file (- reads standard input)");
     file.open(path, std::ios::binary | std::ios::ate);
     if (!file) throw std::runtime_error("cannot open " + path);
     // Never more units than bytes: room made once, and only what is written is touched.

@@ -38,6 +38,13 @@ printf 'ab\xffcd' >"$work/bad.txt"
 refused "invalid UTF-8 refused" 5 var set Files Bad --file "$work/bad.txt"
 grep -q 'offset 2' "$work/err" && ok || ko "the offset of the bad byte: $(cat "$work/err")"
 refused "a missing input file" 5 var set Files Bad --file "$work/no-such-file"
+if hive_checks; then  # devices and FIFOs as Linux has them: refused, not read without end
+  mkfifo "$work/fifo"
+  for special in /dev/zero "$work/fifo"; do
+    timeout 20 "${nvhost[@]}" var set Files Bad --file "$special" >/dev/null 2>"$work/err"
+    [ $? == 5 ] && grep -q 'not a regular file' "$work/err" && ok || ko "var set --file $special: $(cat "$work/err")"
+  done
+fi
 refused "--file and a value" 2 var set Files Bad value --file "$work/log.txt"
 printf 'Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\NOVRA\\Scenarios\\Files\\Variables]\r\n"FromStdin"="yes"\r\n' |
   nv reg import - && ok || ko "reg import from standard input"
