@@ -130,11 +130,10 @@ int List(Session& session, const Arguments& arguments) {
   UniqueRegKey key;
   if (OpenUniqueKey(registry, RegRoot::LocalMachine, VariablesKeyPath(FromUtf8(arguments.positional[1])),
                     RegAccess::Read, key) == RegError::Success) {
-    Text name;
-    std::uint32_t type = 0;
-    std::vector<std::uint8_t> data;
-    for (std::uint32_t index = 0; registry.EnumValue(key.Get(), index, name, type, data) == RegError::Success;
-         ++index) {
+    // The names alone, in order: a log of many MiB among the variables is not read to be named.
+    std::vector<Text> names;
+    registry.VisitValues(key.Get(), 0, [&](const VisitedValue& value) { names.emplace_back(value.name); });
+    for (const Text& name : names) {
       if (!json) {
         session.Out() << ToUtf8(name) << "\n";
         continue;
