@@ -25,28 +25,30 @@ std::string Joined(const std::vector<std::string>& parts, char open, char close)
 
 std::string JsonString(TextView text) {
   std::string out = "\"";
+  out.reserve(text.size() + 2);
+  // Runs of units written as they are go out in one conversion: a variable of many MiB is
+  // not converted a unit at a time.
+  std::size_t run = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t unit = text[i];
-    switch (unit) {
-      case u'"': out += "\\\""; continue;
-      case u'\\': out += "\\\\"; continue;
-      case u'\n': out += "\\n"; continue;
-      case u'\r': out += "\\r"; continue;
-      case u'\t': out += "\\t"; continue;
-      default: break;
+    const bool high = unit >= 0xD800 && unit <= 0xDBFF;
+    if (high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
+      ++i;  // a pair, written as its character
+      continue;
     }
-    if (unit < 0x20) {
-      AppendEscapedUnit(out, unit);
-    } else if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-               text[i + 1] <= 0xDFFF) {
-      out += ToUtf8(text.substr(i, 2));
-      ++i;
-    } else if (unit >= 0xD800 && unit <= 0xDFFF) {
-      AppendEscapedUnit(out, unit);  // a lone surrogate has no UTF-8 form
-    } else {
-      out += ToUtf8(text.substr(i, 1));
+    if (unit >= 0x20 && unit != u'"' && unit != u'\\' && (unit < 0xD800 || unit > 0xDFFF)) continue;
+    AppendUtf8(text.substr(run, i - run), out);
+    run = i + 1;
+    switch (unit) {
+      case u'"': out += "\\\""; break;
+      case u'\\': out += "\\\\"; break;
+      case u'\n': out += "\\n"; break;
+      case u'\r': out += "\\r"; break;
+      case u'\t': out += "\\t"; break;
+      default: AppendEscapedUnit(out, unit);  // a control, or a lone surrogate, which has no UTF-8 form
     }
   }
+  AppendUtf8(text.substr(run), out);
   out.push_back('"');
   return out;
 }

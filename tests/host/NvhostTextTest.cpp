@@ -20,6 +20,10 @@ TEST(JsonString, EscapesWhatJsonForbidsAndKeepsTheRest) {
       {u"été 日 \U0001F600", "\"\xC3\xA9t\xC3\xA9 \xE6\x97\xA5 \xF0\x9F\x98\x80\""},
       {Text(u"a\0b", 3), "\"a\\u0000b\""},
       {Text(1, static_cast<char16_t>(0xD800)) + u"x", "\"\\ud800x\""},
+      // Pairs and lone surrogates beside escapes, at either end of the runs written whole.
+      {u"\U0001F600\"x\n\U0001F601", "\"\xF0\x9F\x98\x80\\\"x\\n\xF0\x9F\x98\x81\""},
+      {Text(1, static_cast<char16_t>(0xDC00)) + u"a" + Text(1, static_cast<char16_t>(0xD800)),
+       "\"\\udc00a\\ud800\""},
   };
   for (const Case& c : cases) EXPECT_EQ(JsonString(TextView(c.text)), c.json);
   EXPECT_EQ(JsonObject({JsonMember("a", "1"), JsonMember("b", JsonArray({"2", "\"x\""}))}),
