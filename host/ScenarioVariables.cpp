@@ -31,6 +31,17 @@ std::optional<PartlyReadText> ScenarioVariables::GetPartly(const Text& scenario,
   return ReadStoredTextPartly(registry_, key.Get(), name, scanner, select);
 }
 
+std::vector<Text> ScenarioVariables::Names(const Text& scenario) const {
+  const ReadingScope reading(registry_);
+  std::vector<Text> names;
+  UniqueRegKey key;
+  if (OpenUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::QueryValue, key) ==
+      RegError::Success) {
+    registry_.VisitValues(key.Get(), 0, [&](const VisitedValue& value) { names.emplace_back(value.name); });
+  }
+  return names;
+}
+
 RegStatus ScenarioVariables::WriteAsUtf8(const Text& scenario, const Text& name, Utf8Output& out) const {
   const ReadingScope reading(registry_);
   UniqueRegKey key;

@@ -2,6 +2,7 @@
 // The stand-in host keeps scenario variables in the registry: one REG_SZ value per
 // variable under HKLM\SOFTWARE\NOVRA\Scenarios\<scenario>\Variables.
 #include <optional>
+#include <vector>
 
 #include "common/Text.h"
 #include "common/Variant.h"
@@ -25,6 +26,9 @@ class ScenarioVariables {
   // when missing, another value, or not to be read so.
   std::optional<PartlyReadText> GetPartly(const Text& scenario, const Text& name, PieceScanner& scanner,
                                           const StretchSelector& select) const;
+  // The scenario's variable names in the order they were first written, none read: a log of
+  // many MiB among them is not read to be named.
+  std::vector<Text> Names(const Text& scenario) const;
   // The value written to `out` as UTF-8 while it is read (see WriteStoredValueAsUtf8);
   // FileNotFound when the scenario has no variables.
   RegStatus WriteAsUtf8(const Text& scenario, const Text& name, Utf8Output& out) const;

@@ -24,15 +24,9 @@ using VariableValues = std::map<Text, Text>;
 VariableValues ReadVariables(Registry& registry, const Text& scenario) {
   VariableValues values;
   const ReadingScope reading(registry);
-  UniqueRegKey key;
-  if (OpenUniqueKey(registry, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::Read, key) !=
-      RegError::Success)
-    return values;
-  Text name;
-  std::uint32_t type = 0;
-  std::vector<std::uint8_t> data;
-  for (std::uint32_t index = 0; registry.EnumValue(key.Get(), index, name, type, data) == RegError::Success; ++index) {
-    if (const auto value = ReadStoredValue(registry, key.Get(), name)) values[name] = ToText(*value);
+  const ScenarioVariables variables(registry);
+  for (const Text& name : variables.Names(scenario)) {
+    if (auto value = variables.Get(scenario, name)) values[name] = ToText(std::move(*value));
   }
   return values;
 }

@@ -125,29 +125,22 @@ int List(Session& session, const Arguments& arguments) {
   RefuseOptions(arguments, {"--file", "--output"}, "list");
   Registry& registry = session.OpenExistingRegistry();
   const ReadingScope reading(registry);
-  const bool json = arguments.Has("--json");
+  ScenarioVariables variables(registry);
+  const Text scenario = FromUtf8(arguments.positional[1]);
+  const std::vector<Text> names = variables.Names(scenario);
+  if (!arguments.Has("--json")) {
+    for (const Text& name : names) session.Out() << ToUtf8(name) << "\n";
+    return ExitCode::Success;
+  }
   std::vector<std::string> entries;
-  UniqueRegKey key;
-  if (OpenUniqueKey(registry, RegRoot::LocalMachine, VariablesKeyPath(FromUtf8(arguments.positional[1])),
-                    RegAccess::Read, key) == RegError::Success) {
-    // The names alone, in order: a log of many MiB among the variables is not read to be named.
-    std::vector<Text> names;
-    registry.VisitValues(key.Get(), 0, [&](const VisitedValue& value) { names.emplace_back(value.name); });
-    for (const Text& name : names) {
-      if (!json) {
-        session.Out() << ToUtf8(name) << "\n";
-        continue;
-      }
-      const auto value = ReadStoredValue(registry, key.Get(), name);
-      entries.push_back(JsonObject({JsonMember("name", JsonString(name)),
-                                    JsonMember("value", JsonString(value ? ToText(*value) : Text()))}));
-    }
+  for (const Text& name : names) {
+    const auto value = variables.Get(scenario, name);
+    entries.push_back(JsonObject({JsonMember("name", JsonString(name)),
+                                  JsonMember("value", JsonString(value ? ToText(*value) : Text()))}));
   }
-  if (json) {
-    session.Out() << JsonObject({JsonMember("scenario", JsonString(arguments.positional[1])),
-                                 JsonMember("variables", JsonArray(entries))})
-                  << "\n";
-  }
+  session.Out() << JsonObject({JsonMember("scenario", JsonString(arguments.positional[1])),
+                               JsonMember("variables", JsonArray(entries))})
+                << "\n";
   return ExitCode::Success;
 }
 
