@@ -1,4 +1,6 @@
 #include <fstream>
+#include <stdexcept>
+#include <string_view>
 
 #include "common/FileKind.h"
 #include "common/Utf.h"
@@ -57,12 +59,24 @@ int Export(Session& session, const std::string& keyText, const std::string* file
   key.Reset();
   // A file is written as regedit writes one (UTF-16 with a byte-order mark); the
   // terminator gets UTF-8, which the import reads as well.
+  // Written as it is made; a file is made only once there is something to write.
   std::vector<std::string> leftOut;
-  const std::string bytes = ExportRegKey(registry, *path, file != nullptr, leftOut);
-  if (file == nullptr) {
-    session.Out() << bytes;
-  } else {
-    WriteOutputBytes(*file, bytes);
+  std::ofstream out;
+  ExportRegKey(registry, *path, file != nullptr, leftOut, [&](std::string_view bytes) {
+    if (file == nullptr) {
+      session.Out().write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+      return;
+    }
+    if (!out.is_open()) {
+      out.open(*file, std::ios::binary | std::ios::trunc);
+      if (!out) throw std::runtime_error("cannot write " + *file);
+    }
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!out) throw std::runtime_error("cannot write " + *file);
+  });
+  if (out.is_open()) {
+    out.close();
+    if (!out) throw std::runtime_error("cannot write " + *file);
   }
   if (leftOut.empty()) return 0;
   session.Err() << "nvhost reg: the export left out what a .reg file cannot carry or the hive cannot give:\n";

@@ -82,5 +82,10 @@ void ImportRegFile(Registry& registry, const std::function<std::unique_ptr<RegBy
 // registry allows) and what cannot be read is left out and listed in `leftOut`, one line each;
 // everything else is written. Throws std::runtime_error when the key itself cannot be read.
 std::string ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16, std::vector<std::string>& leftOut);
+// The same given to `write` in whole lines as they are made, so that a key holding a log of
+// many MiB is never written out in memory first. Nothing is written before the key is found
+// to be readable.
+void ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16, std::vector<std::string>& leftOut,
+                  const std::function<void(std::string_view bytes)>& write);
 
 }  // namespace nv

@@ -1,4 +1,6 @@
+#include <functional>
 #include <set>
+#include <string_view>
 
 #include "common/CaseMapping.h"
 #include "common/Utf.h"
@@ -50,10 +52,27 @@ struct Export {
   Registry& registry;
   RegKey root;
   bool utf16;
-  Text out;
+  Text out;  // whole lines not yet written
   std::vector<std::string>& leftOut;
+  const std::function<void(std::string_view)>& write;
+  bool started = false;
 
   void LeaveOut(TextView keyText, const std::string& what) { leftOut.push_back(ToUtf8(keyText) + ": " + what); }
+
+  // Called after whole lines only, so that no character is cut between two writes.
+  void Flush(bool always = false) {
+    constexpr std::size_t kFlushUnits = 1 << 18;
+    if (out.empty() || (!always && out.size() < kFlushUnits)) return;
+    if (!utf16) {
+      write(ToUtf8(out));
+    } else {
+      const std::vector<std::uint8_t> bytes = Utf16Bytes(out, false);
+      if (!started) write("\xFF\xFE");
+      write(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+    }
+    started = true;
+    out.clear();
+  }
 };
 
 Text Quoted(TextView text) {
@@ -84,20 +103,24 @@ void AppendHex(Text& out, std::uint32_t number, int digits) {
     out.push_back(u"0123456789abcdef"[(number >> shift) & 0xF]);
 }
 
-void AppendHexList(Text& out, Text line, const std::vector<std::uint8_t>& data) {
+void AppendHexList(Export& exporting, Text line, const std::vector<std::uint8_t>& data) {
+  Text& out = exporting.out;
   for (std::size_t i = 0; i < data.size(); ++i) {
     AppendHex(line, data[i], 2);
     if (i + 1 == data.size()) break;
     line.push_back(u',');
     if (line.size() + 3 > kHexLineWidth) {
       out.append(line).append(u"\\").append(kLineEnd);
+      exporting.Flush();
       line = u"  ";
     }
   }
   out.append(line).append(kLineEnd);
 }
 
-void AppendValue(Text& out, const Value& value, bool utf16) {
+void AppendValue(Export& exporting, const Value& value) {
+  Text& out = exporting.out;
+  const bool utf16 = exporting.utf16;
   Text line = value.name.empty() ? Text(u"@") : Quoted(value.name);
   line.push_back(u'=');
   Text text;
@@ -120,7 +143,7 @@ void AppendValue(Text& out, const Value& value, bool utf16) {
       AppendHex(line, value.type, digits);
       line.append(u"):");
     }
-    AppendHexList(out, std::move(line), value.data);
+    AppendHexList(exporting, std::move(line), value.data);
   }
 }
 
@@ -186,7 +209,8 @@ void AppendKey(Export& exporting, const Text& subKey, std::size_t depth, bool to
       continue;
     }
     // regedit writes the default value first.
-    values.insert(value.name.empty() ? values.begin() : values.end(), value);
+    values.insert(value.name.empty() ? values.begin() : values.end(), std::move(value));
+    value = Value{};
   }
   if (status != RegError::Success && status != RegError::NoMoreItems)
     exporting.LeaveOut(keyText, "its values cannot all be listed (" + RegistryStatusText(status) + ")");
@@ -210,8 +234,13 @@ void AppendKey(Export& exporting, const Text& subKey, std::size_t depth, bool to
 
   Text& out = exporting.out;
   out.append(u"[").append(keyText).append(u"]").append(kLineEnd);
-  for (const Value& v : values) AppendValue(out, v, exporting.utf16);
+  for (Value& v : values) {
+    AppendValue(exporting, v);
+    v = Value{};  // written: its data is no longer held
+    exporting.Flush();
+  }
   out.append(kLineEnd);
+  exporting.Flush();
   for (const Text& name : children) {
     const Text childText = KeyPathText(exporting.root, subKey.empty() ? name : subKey + u"\\" + name);
     if (const char* why = Unwritable(name, exporting.utf16)) {
@@ -227,19 +256,21 @@ void AppendKey(Export& exporting, const Text& subKey, std::size_t depth, bool to
 
 }  // namespace
 
-std::string ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16, std::vector<std::string>& leftOut) {
-  Export exporting{registry, key.root, utf16, u"Windows Registry Editor Version 5.00", leftOut};
+void ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16, std::vector<std::string>& leftOut,
+                  const std::function<void(std::string_view bytes)>& write) {
+  Export exporting{registry, key.root, utf16, u"Windows Registry Editor Version 5.00", leftOut, write};
   exporting.out.append(kLineEnd).append(kLineEnd);
   const Text subKey = StoredCase(registry, key);
   std::size_t depth = 0;
   for (const char16_t c : subKey) depth += c == u'\\';
   if (const char* why = Unwritable(subKey, utf16)) CannotExport(KeyPathText(key.root, subKey), why);
   AppendKey(exporting, subKey, subKey.empty() ? 0 : depth + 1, true);
-  const Text& out = exporting.out;
-  if (!utf16) return ToUtf8(out);
-  const std::vector<std::uint8_t> bytes = Utf16Bytes(out, false);
-  std::string file = "\xFF\xFE";
-  file.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  exporting.Flush(true);
+}
+
+std::string ExportRegKey(Registry& registry, const RegKeyPath& key, bool utf16, std::vector<std::string>& leftOut) {
+  std::string file;
+  ExportRegKey(registry, key, utf16, leftOut, [&file](std::string_view bytes) { file.append(bytes); });
   return file;
 }
 

@@ -1,6 +1,9 @@
 // Applying a parsed file, exporting a key as regedit does, and the round trip between them.
 #include <gtest/gtest.h>
 
+#include <string>
+#include <string_view>
+
 #include "common/Utf.h"
 #include "host/regfile/RegFile.h"
 #include "store/RegistryKey.h"
@@ -25,10 +28,22 @@ class RegFile : public ::testing::Test {
  protected:
   Registry& Reg() { return owner_->Get(); }
   static Text Path(TextView subKey) { return u"SOFTWARE\\NOVRA\\" + Text(subKey); }
+  // Written in pieces of whole lines (a character is never cut between two), the byte-order
+  // mark first, and the pieces joined are the file.
   std::string Export(TextView subKey, bool utf16 = false) {
     std::vector<std::string> leftOut;
-    std::string file = ExportRegKey(Reg(), {RegRoot::LocalMachine, Path(subKey)}, utf16, leftOut);
+    std::string file;
+    const std::string lineEnd = utf16 ? std::string("\r\0\n\0", 4) : std::string("\r\n");
+    ExportRegKey(Reg(), {RegRoot::LocalMachine, Path(subKey)}, utf16, leftOut, [&](std::string_view piece) {
+      if (file.empty() && utf16) {
+        EXPECT_EQ(piece, "\xFF\xFE");
+      } else {
+        EXPECT_TRUE(piece.ends_with(lineEnd)) << "a piece of " << piece.size() << " bytes";
+      }
+      file.append(piece);
+    });
     EXPECT_TRUE(leftOut.empty()) << leftOut.front();
+    EXPECT_EQ(ExportRegKey(Reg(), {RegRoot::LocalMachine, Path(subKey)}, utf16, leftOut), file);
     return file;
   }
   bool Exists(TextView subKey) {
@@ -127,6 +142,7 @@ TEST_F(RegFile, ExportThenImportReproducesTheKeyExactly) {
   PutRaw(u"RT\\MixedCase", u"crlf", RegType::Sz, BytesFromText(u"a\r\nb"));
   PutRaw(u"RT\\MixedCase", u"lone", RegType::Sz, BytesFromText(u"x" + surrogate));
   PutRaw(u"RT\\MixedCase", u"big", RegType::Binary, Bytes(3000, 0x5C));
+  PutRaw(u"RT\\MixedCase", u"log", RegType::Sz, BytesFromText(Text(100000, u'\u00e9') + u"\r\n\U0001F600"));  // many pieces
   PutRaw(u"RT\\MixedCase", u"typed", 0x12345678u, {1, 2, 3});
   PutRaw(u"RT\\MixedCase", u"multi", RegType::MultiSz, BytesFromText(Text(u"a\0b\0", 4)));
   PutRaw(u"RT\\Empty Key", u"d", RegType::Dword, {0xFF, 0xFF, 0xFF, 0xFF});
