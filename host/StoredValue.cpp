@@ -18,6 +18,21 @@ namespace nv {
 
 namespace {
 
+// The four bytes of a REG_DWORD as they arrive, read as its number.
+class DwordBytes {
+ public:
+  void Add(const std::uint8_t* data, std::uint32_t size) {
+    const std::size_t taken = std::min<std::size_t>(size, 4 - filled_);
+    std::memcpy(reinterpret_cast<std::uint8_t*>(&bytes_) + filled_, data, taken);
+    filled_ += taken;
+  }
+  std::int32_t Value() const { return static_cast<std::int32_t>(LittleEndian32(bytes_)); }
+
+ private:
+  std::uint32_t bytes_ = 0;
+  std::size_t filled_ = 0;
+};
+
 // A REG_DWORD as its number, anything else as UTF-16LE text. The text's buffer is sized once
 // and each piece copied into it while the piece is still in the processor's cache.
 class StoredValueSink final : public ValueSink {
@@ -32,8 +47,7 @@ class StoredValueSink final : public ValueSink {
   }
   void Append(const std::uint8_t* data, std::uint32_t size) override {
     if (isNumber_) {
-      std::memcpy(reinterpret_cast<std::uint8_t*>(&number_) + filled_, data, std::min<std::size_t>(size, 4 - filled_));
-      filled_ += std::min<std::size_t>(size, 4 - filled_);
+      number_.Add(data, size);
       return;
     }
     const std::size_t units = size / 2;  // an odd last byte is no unit
@@ -65,7 +79,7 @@ class StoredValueSink final : public ValueSink {
   }
 
   Variant Take() && {
-    if (isNumber_) return Variant::FromLong(static_cast<std::int32_t>(LittleEndian32(number_)));
+    if (isNumber_) return Variant::FromLong(number_.Value());
     preparation_.reset();
     if (!text_.empty() && text_.back() == u'\0') text_.pop_back();
     if (scanner_ != nullptr) scanner_->Finish(text_);
@@ -76,8 +90,7 @@ class StoredValueSink final : public ValueSink {
   PieceScanner* scanner_;
   std::uint8_t* room_ = nullptr;
   bool isNumber_ = false;
-  std::uint32_t number_ = 0;
-  std::size_t filled_ = 0;
+  DwordBytes number_;
   Text text_;
   std::optional<LargeBufferPreparation> preparation_;  // after the text: gone before it
 };
@@ -205,8 +218,7 @@ class Utf8WritingSink final : public ValueSink {
   }
   void Append(const std::uint8_t* data, std::uint32_t size) override {
     if (isNumber_) {
-      std::memcpy(reinterpret_cast<std::uint8_t*>(&number_) + filled_, data, std::min<std::size_t>(size, 4 - filled_));
-      filled_ += std::min<std::size_t>(size, 4 - filled_);
+      number_.Add(data, size);
       return;
     }
     if (data == room_) {  // read in place, after the units held back
@@ -237,7 +249,7 @@ class Utf8WritingSink final : public ValueSink {
   // The units held back, the terminator left out, and a number written as its digits.
   void Finish() {
     if (isNumber_) {
-      const Text digits = DecimalText(static_cast<std::int32_t>(LittleEndian32(number_)));
+      const Text digits = DecimalText(number_.Value());
       bytes_.clear();
       AppendUtf8(digits, bytes_);
       out_.Write(bytes_);
@@ -266,8 +278,7 @@ class Utf8WritingSink final : public ValueSink {
 
   Utf8Output& out_;
   bool isNumber_ = false;
-  std::uint32_t number_ = 0;
-  std::size_t filled_ = 0;
+  DwordBytes number_;
   Text units_;
   std::uint8_t* room_ = nullptr;
   std::string bytes_;

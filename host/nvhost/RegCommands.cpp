@@ -61,23 +61,9 @@ int Export(Session& session, const std::string& keyText, const std::string* file
   // terminator gets UTF-8, which the import reads as well.
   // Written as it is made; a file is made only once there is something to write.
   std::vector<std::string> leftOut;
-  std::ofstream out;
-  ExportRegKey(registry, *path, file != nullptr, leftOut, [&](std::string_view bytes) {
-    if (file == nullptr) {
-      session.Out().write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-      return;
-    }
-    if (!out.is_open()) {
-      out.open(*file, std::ios::binary | std::ios::trunc);
-      if (!out) throw std::runtime_error("cannot write " + *file);
-    }
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!out) throw std::runtime_error("cannot write " + *file);
-  });
-  if (out.is_open()) {
-    out.close();
-    if (!out) throw std::runtime_error("cannot write " + *file);
-  }
+  OutputBytes out = file != nullptr ? OutputBytes(*file) : OutputBytes(session.Out());
+  ExportRegKey(registry, *path, file != nullptr, leftOut, [&out](std::string_view bytes) { out.Write(bytes); });
+  out.Close();
   if (leftOut.empty()) return 0;
   session.Err() << "nvhost reg: the export left out what a .reg file cannot carry or the hive cannot give:\n";
   for (const std::string& line : leftOut) session.Err() << "  " << line << "\n";

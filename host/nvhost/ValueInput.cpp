@@ -94,4 +94,23 @@ void WriteOutputBytes(const std::string& path, const std::string& bytes) {
   if (!out) throw std::runtime_error("cannot write " + path);
 }
 
+void OutputBytes::Write(std::string_view bytes) {
+  if (!started_) {
+    started_ = true;
+    if (stream_ == nullptr) {
+      file_.open(path_, std::ios::binary | std::ios::trunc);
+      if (!file_) throw std::runtime_error("cannot write " + path_);
+      stream_ = &file_;
+    }
+  }
+  stream_->write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  if (!*stream_) throw std::runtime_error("cannot write " + (path_.empty() ? std::string("the output") : path_));
+}
+
+void OutputBytes::Close() {
+  if (!file_.is_open()) return;
+  file_.close();
+  if (!file_) throw std::runtime_error("cannot write " + path_);
+}
+
 }  // namespace nv

@@ -2,7 +2,11 @@
 // Values and files in and out of nvhost byte for byte: a file or standard input read whole,
 // UTF-8 checked; a value written to a file with nothing added.
 #include <cstddef>
+#include <fstream>
+#include <ostream>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "common/Text.h"
 
@@ -19,5 +23,25 @@ Text ReadUtf8Input(const std::string& path, std::size_t blockBytes = 1 << 20);
 
 // Writes `bytes` to PATH (replaced whole). Throws std::runtime_error naming the file.
 void WriteOutputBytes(const std::string& path, const std::string& bytes);
+
+// Bytes written as they are made, to a stream or to PATH, which is made (or replaced) only at
+// the first write: a command that finds nothing to write leaves an existing file as it was.
+// Throws std::runtime_error naming the file when it cannot be written.
+class OutputBytes {
+ public:
+  explicit OutputBytes(std::ostream& stream) : stream_(&stream) {}
+  explicit OutputBytes(std::string path) : path_(std::move(path)) {}
+
+  void Write(std::string_view bytes);
+  bool Started() const { return started_; }
+  // The file's last bytes written out; nothing for a stream.
+  void Close();
+
+ private:
+  std::string path_;
+  std::ofstream file_;
+  std::ostream* stream_ = nullptr;
+  bool started_ = false;
+};
 
 }  // namespace nv

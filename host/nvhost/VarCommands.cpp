@@ -33,36 +33,14 @@ void RefuseOptions(const Arguments& arguments, std::initializer_list<const char*
   }
 }
 
-// The value's UTF-8 straight to a stream, or to a file made only once the value is found.
+// The value's UTF-8 straight to its output as it is read.
 class ValueOutput final : public Utf8Output {
  public:
-  explicit ValueOutput(std::ostream& stream) : stream_(&stream) {}
-  explicit ValueOutput(std::string path) : path_(std::move(path)) {}
-
-  void Write(std::string_view bytes) override {
-    if (!started_) {
-      started_ = true;
-      if (stream_ == nullptr) {
-        file_.open(path_, std::ios::binary | std::ios::trunc);
-        if (!file_) throw std::runtime_error("cannot write " + path_);
-        stream_ = &file_;
-      }
-    }
-    stream_->write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!*stream_) throw std::runtime_error("cannot write " + (path_.empty() ? std::string("the output") : path_));
-  }
-  bool Started() const { return started_; }
-  void Close() {
-    if (!file_.is_open()) return;
-    file_.close();
-    if (!file_) throw std::runtime_error("cannot write " + path_);
-  }
+  explicit ValueOutput(OutputBytes& out) : out_(out) {}
+  void Write(std::string_view bytes) override { out_.Write(bytes); }
 
  private:
-  std::string path_;
-  std::ofstream file_;
-  std::ostream* stream_ = nullptr;
-  bool started_ = false;
+  OutputBytes& out_;
 };
 
 int NoVariable(Session& session, const std::vector<std::string>& p) {
@@ -78,8 +56,9 @@ int Get(Session& session, const Arguments& arguments) {
   const auto output = arguments.Value("--output");
   if (!arguments.Has("--json")) {
     // A log of many MiB goes out as it is read, never held whole in memory.
-    ValueOutput out = output ? ValueOutput(*output) : ValueOutput(session.Out());
-    const RegStatus status = variables.WriteAsUtf8(FromUtf8(p[1]), FromUtf8(p[2]), out);
+    OutputBytes out = output ? OutputBytes(*output) : OutputBytes(session.Out());
+    ValueOutput utf8(out);
+    const RegStatus status = variables.WriteAsUtf8(FromUtf8(p[1]), FromUtf8(p[2]), utf8);
     if (status != RegError::Success && !out.Started()) return NoVariable(session, p);
     if (status != RegError::Success) {
       throw std::runtime_error("variable " + p[2] + " of scenario " + p[1] +
