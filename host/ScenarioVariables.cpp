@@ -52,10 +52,21 @@ RegStatus ScenarioVariables::WriteAsUtf8(const Text& scenario, const Text& name,
 }
 
 void ScenarioVariables::Set(const Text& scenario, const Text& name, TextView value) {
-  UniqueRegKey key;
-  RegStatus status =
-      CreateUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::ReadWrite, key);
-  if (status == RegError::Success) status = WriteStoredText(registry_, key.Get(), name, value);
+  RegStatus status = RegError::Success;
+  // A key kept open may have been deleted since (the scenario removed and made again): it is
+  // then looked up anew, once.
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    if (!writtenKey_ || writtenScenario_ != scenario) {
+      writtenKey_.Reset();
+      status = CreateUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::ReadWrite,
+                               writtenKey_);
+      if (status != RegError::Success) break;
+      writtenScenario_ = scenario;
+    }
+    status = WriteStoredText(registry_, writtenKey_.Get(), name, value);
+    if (status != RegError::KeyDeleted) break;
+    writtenKey_.Reset();
+  }
   if (status != RegError::Success) {
     RaiseError(status, u"Cannot store the variable " + name + u" of scenario " + scenario + u" (" +
                            FromUtf8(RegistryStatusText(status)) + u")");

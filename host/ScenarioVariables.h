@@ -10,6 +10,7 @@
 #include "engine/VariablesService.h"
 #include "host/StoredValue.h"
 #include "store/Registry.h"
+#include "store/RegistryKey.h"
 
 namespace nv {
 
@@ -37,6 +38,10 @@ class ScenarioVariables {
 
  private:
   Registry& registry_;
+  // The Variables key of the scenario last written, kept open: an execution that stores a
+  // thousand pieces then finds the key once, not once a piece.
+  Text writtenScenario_;
+  UniqueRegKey writtenKey_;
 };
 
 }  // namespace nv

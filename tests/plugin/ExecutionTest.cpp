@@ -3,6 +3,7 @@
 #include <random>
 
 #include "common/Utf.h"
+#include "host/ScenarioVariables.h"
 #include "plugin/ExtractionChaine.h"
 #include "plugin/HostModule.h"
 #include "store/ModuleState.h"
@@ -57,6 +58,21 @@ TEST_F(Execution, SplitStoresPiecesIntoTheFieldsVariables) {
   EXPECT_EQ(reportLines[0].level, 0);
   EXPECT_EQ(reportLines[0].scenario, "S");
   EXPECT_EQ(reportLines[0].path, "report.log");
+}
+
+// The stand-in keeps the Variables key it last wrote open: a store after the scenario's
+// variables were deleted, or into another scenario, must still land where it is named.
+TEST_F(Execution, StoresLandInTheNamedScenarioAfterItsVariablesWereDeleted) {
+  ScenarioVariables variables(Reg());
+  variables.Set(u"S", u"A", u"1");
+  ASSERT_EQ(Reg().DeleteTree(RegRoot::LocalMachine, u"SOFTWARE\\NOVRA\\Scenarios\\S"), RegError::Success);
+  variables.Set(u"S", u"B", u"2");
+  variables.Set(u"Other", u"A", u"3");
+  variables.Set(u"S", u"C", u"4");
+  EXPECT_EQ(Variable(u"A"), std::nullopt);
+  EXPECT_EQ(Variable(u"B"), u"2");
+  EXPECT_EQ(Variable(u"C"), u"4");
+  EXPECT_EQ(ValueNames(Reg(), u"SOFTWARE\\NOVRA\\Scenarios\\Other\\Variables"), std::vector<Text>{u"A"});
 }
 
 TEST_F(Execution, MorePiecesThanFieldsFailsAfterStoringTheFirst) {
