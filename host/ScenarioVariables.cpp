@@ -20,6 +20,17 @@ std::optional<Variant> ScenarioVariables::Get(const Text& scenario, const Text& 
   return ReadStoredValue(registry_, key.Get(), name, scanner);
 }
 
+bool ScenarioVariables::Exists(const Text& scenario, const Text& name) const {
+  UniqueRegKey key;
+  if (OpenUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::QueryValue, key) !=
+      RegError::Success) {
+    return false;
+  }
+  std::uint32_t type = 0;
+  std::uint32_t size = 0;
+  return registry_.QueryValue(key.Get(), name, &type, nullptr, &size) == RegError::Success;
+}
+
 std::optional<PartlyReadText> ScenarioVariables::GetPartly(const Text& scenario, const Text& name,
                                                            PieceScanner& scanner, const StretchSelector& select) const {
   const ReadingScope reading(registry_);

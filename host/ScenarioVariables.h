@@ -23,6 +23,8 @@ class ScenarioVariables {
   // The value as stored (a text, or a number for a REG_DWORD); nothing when missing. A text
   // goes through `scanner`, when given, as it is read.
   std::optional<Variant> Get(const Text& scenario, const Text& name, PieceScanner* scanner = nullptr) const;
+  // Whether the scenario has the variable; its value is not read.
+  bool Exists(const Text& scenario, const Text& name) const;
   // A long text, read through `scanner`, then only in the stretches `select` names; nothing
   // when missing, another value, or not to be read so.
   std::optional<PartlyReadText> GetPartly(const Text& scenario, const Text& name, PieceScanner& scanner,

@@ -3,7 +3,7 @@
 #include "common/CaseMapping.h"
 #include "common/Utf.h"
 #include "engine/FindValues.h"
-#include "engine/Split.h"
+#include "engine/PieceCut.h"
 #include "host/nvhost/TaskLookup.h"
 #include "plugin/VariableAccess.h"
 
@@ -23,12 +23,26 @@ class Findings {
 std::string Quoted(TextView text) { return "\"" + OneLine(text) + "\""; }
 
 // The entry as the run sees it; nothing when it names a variable that does not exist.
-std::optional<Text> Resolve(const char* entry, const Text& text, const VariableLookup& lookUp, Findings& findings) {
-  if (!IsVariableReference(text)) return text;
-  if (auto value = lookUp(text.substr(1))) return value;
+void MissingVariable(const char* entry, const Text& text, Findings& findings) {
   findings.Error(std::string("the ") + entry + " refers to " + ToUtf8(text) +
                  ", a variable that does not exist (the run would fail)");
+}
+
+std::optional<Text> Resolve(const char* entry, const Text& text, LintVariables& variables, Findings& findings) {
+  if (!IsVariableReference(text)) return text;
+  if (auto value = variables.Value(text.substr(1))) return value;
+  MissingVariable(entry, text, findings);
   return std::nullopt;
+}
+
+// The string of a split or a positional task, known by its separators only: a log of many
+// MiB is counted as it is read, never held. Nothing when it is missing (found here) or when
+// there is no separator to count.
+std::optional<LintVariables::Separators> CountInString(const Text& chaine, const std::optional<Text>& separator,
+                                                       bool chaineExists, LintVariables& variables) {
+  if (!chaineExists || !separator || separator->empty()) return std::nullopt;
+  if (!IsVariableReference(chaine)) return CountSeparatorsIn(chaine, *separator);
+  return variables.CountSeparators(chaine.substr(1), *separator);
 }
 
 std::size_t Occurrences(TextView text, TextView needle) {
@@ -63,23 +77,23 @@ void CheckPieceCount(std::size_t pieces, const TaskDefinition& task, const char*
   }
 }
 
-void CheckSeparator(const std::optional<Text>& input, const std::optional<Text>& separator, Findings& findings) {
+void CheckSeparator(const std::optional<LintVariables::Separators>& input, const std::optional<Text>& separator,
+                    Findings& findings) {
   if (!separator) return;
   if (separator->empty()) {
     findings.Error("the separator is empty");
-  } else if (input && !input->empty() && input->find(*separator) == Text::npos) {
+  } else if (input && !input->emptyText && input->count == 0) {
     findings.Warning("the separator " + Quoted(*separator) + " does not occur in the input: it is one piece");
   }
 }
 
-void LintSplit(const TaskDefinition& task, const std::optional<Text>& input, const std::optional<Text>& separator,
-               Findings& findings) {
+void LintSplit(const TaskDefinition& task, const std::optional<LintVariables::Separators>& input,
+               const std::optional<Text>& separator, Findings& findings) {
   CheckSeparator(input, separator, findings);
-  if (!input || !separator || separator->empty()) return;
-  CheckPieceCount(SplitViews(*input, *separator).size(), task, "pieces", findings);
+  if (input) CheckPieceCount(input->count + 1, task, "pieces", findings);
 }
 
-void LintSubstrings(const TaskDefinition& task, const std::optional<Text>& input,
+void LintSubstrings(const TaskDefinition& task, const std::optional<LintVariables::Separators>& input,
                     const std::optional<Text>& separator, Findings& findings) {
   CheckSeparator(input, separator, findings);
   if (task.Fields.empty()) findings.Warning("the task has no field: the run stores nothing");
@@ -124,19 +138,44 @@ void LintFind(const TaskDefinition& task, const std::optional<Text>& input, cons
 
 }  // namespace
 
-std::vector<LintFinding> LintTask(const TaskDefinition& task, const VariableLookup& lookUp) {
+LintVariables::Separators CountSeparatorsIn(TextView text, TextView separator) {
+  // A reach of one keeps two separators' places however many the text holds.
+  return {PieceCut(text, separator, 1).LastIndex(), text.empty()};
+}
+
+std::optional<LintVariables::Separators> LintVariables::CountSeparators(const Text& name, TextView separator) {
+  const std::optional<Text> text = Value(name);
+  if (!text) return std::nullopt;
+  return CountSeparatorsIn(*text, separator);
+}
+
+std::vector<LintFinding> LintTask(const TaskDefinition& task, LintVariables& variables) {
   Findings findings;
-  const std::optional<Text> input = Resolve("string", task.Chaine, lookUp, findings);
+  const bool cut = task.Fonction == FunctionCode::Split || task.Fonction == FunctionCode::Substrings;
+  // A task that cuts its string needs only its separators counted; the others read it whole.
+  std::optional<Text> input;
+  bool inputExists = true;
+  if (cut && IsVariableReference(task.Chaine)) {
+    inputExists = variables.Exists(task.Chaine.substr(1));
+    if (!inputExists) MissingVariable("string", task.Chaine, findings);
+  } else {
+    input = Resolve("string", task.Chaine, variables, findings);
+  }
   switch (task.Fonction) {
     case FunctionCode::Split:
-      LintSplit(task, input, Resolve("separator", task.Separateur, lookUp, findings), findings);
+    case FunctionCode::Substrings: {
+      const std::optional<Text> separator = Resolve("separator", task.Separateur, variables, findings);
+      const auto separators = CountInString(task.Chaine, separator, inputExists, variables);
+      if (task.Fonction == FunctionCode::Split) {
+        LintSplit(task, separators, separator, findings);
+      } else {
+        LintSubstrings(task, separators, separator, findings);
+      }
       break;
-    case FunctionCode::Substrings:
-      LintSubstrings(task, input, Resolve("separator", task.Separateur, lookUp, findings), findings);
-      break;
+    }
     case FunctionCode::FindValues:
-      LintFind(task, input, Resolve("mask", task.Masque, lookUp, findings),
-               Resolve("filter", task.Filtre, lookUp, findings), findings);
+      LintFind(task, input, Resolve("mask", task.Masque, variables, findings),
+               Resolve("filter", task.Filtre, variables, findings), findings);
       break;
     default:
       findings.Error("the function " + std::to_string(task.Fonction) +

@@ -169,3 +169,14 @@ grep -q 'placeholders touch' "$work/out" && grep -q 'occurs in the input' "$work
 expect_exit "a lower-case filter, case-insensitive" 1 check Jobs Lower
 grep -q 'upper-case' "$work/out" && grep -q 'refers to @Nothing' "$work/out" && ok || ko "lower-case findings: $(cat "$work/out")"
 json_is "check --json" 'len(d["findings"])>=2 and all(f["severity"] in ("error","warning") for f in d["findings"])' check Jobs Lower --json
+# A log of over 1 MiB (as UTF-16) is counted as it is read: the same findings as a short one.
+seq 1 100000 >"$work/long.log"
+nv var set Jobs LongLog --file "$work/long.log"
+nv edit Jobs LongSplit --new --function split --string @LongLog --separator-choice 6 --field @A --field @B \
+  --confirm >/dev/null 2>&1
+nv edit Jobs LongTail --new --function substrings --string @LongLog --separator-choice 0 --field @Last:-2:-1 \
+  --confirm >/dev/null 2>&1
+expect_exit "the lines of a long log counted" 1 check Jobs LongSplit
+grep -q '^error	the input yields 100001 pieces for 2 fields' "$work/out" && ok || ko "long log pieces: $(cat "$work/out")"
+expect_exit "a separator missing from a long log" 1 check Jobs LongTail
+grep -q '^warning	the separator "," does not occur in the input' "$work/out" && ok || ko "long log separator: $(cat "$work/out")"

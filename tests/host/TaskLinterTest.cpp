@@ -28,8 +28,20 @@ TaskDefinition Find(Text chaine, Text mask, Text filter, std::vector<Text> vars,
   return task;
 }
 
+class MapVariables final : public LintVariables {
+ public:
+  explicit MapVariables(std::map<Text, Text> values) : values_(std::move(values)) {}
+  std::optional<Text> Value(const Text& name) override {
+    const auto found = values_.find(name);
+    return found == values_.end() ? std::nullopt : std::optional<Text>(found->second);
+  }
+
+ private:
+  std::map<Text, Text> values_;
+};
+
 TEST(TaskLinter, OneFindingPerRule) {
-  const std::map<Text, Text> variables = {{u"Line", u"a;b;c"}, {u"Conf", u"host=db; port=1"}, {u"Empty", u""}};
+  MapVariables variables({{u"Line", u"a;b;c"}, {u"Conf", u"host=db; port=1"}, {u"Empty", u""}});
   const struct Case {
     const char* name;
     TaskDefinition task;
@@ -58,13 +70,9 @@ TEST(TaskLinter, OneFindingPerRule) {
       {"empty filter", Find(u"@Conf", u"host", u"", {u"@H"}), Severity::Error, "filter is empty"},
       {"unknown function", Task(7, u"x", u";", {}), Severity::Error, "none of split"},
   };
-  const VariableLookup lookUp = [&](const Text& name) -> std::optional<Text> {
-    const auto found = variables.find(name);
-    return found == variables.end() ? std::nullopt : std::optional<Text>(found->second);
-  };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    const std::vector<LintFinding> findings = LintTask(c.task, lookUp);
+    const std::vector<LintFinding> findings = LintTask(c.task, variables);
     bool found = false;
     for (const LintFinding& finding : findings)
       found = found || (finding.severity == c.severity && finding.message.find(c.fragment) != std::string::npos);
@@ -76,7 +84,7 @@ TEST(TaskLinter, OneFindingPerRule) {
   for (const TaskDefinition& clean : {Task(0, u"@Line", u";", {u"@A", u"@B", u"@C"}),
                                       Task(1, u"@Line", u";", {u"@A"}),
                                       Find(u"@Conf", u"host=*; port=*", u"*", {u"@H", u"@P"})}) {
-    EXPECT_TRUE(LintTask(clean, lookUp).empty()) << ToUtf8(clean.Chaine);
+    EXPECT_TRUE(LintTask(clean, variables).empty()) << ToUtf8(clean.Chaine);
   }
 }
 
