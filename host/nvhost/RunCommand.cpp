@@ -4,7 +4,9 @@
 #include <map>
 #include <optional>
 #include <random>
+#include <set>
 
+#include "common/CaseMapping.h"
 #include "common/Conversions.h"
 #include "common/Utf.h"
 #include "host/ScenarioVariables.h"
@@ -13,6 +15,7 @@
 #include "host/nvhost/Commands.h"
 #include "host/nvhost/ExitCodes.h"
 #include "host/nvhost/JsonWriter.h"
+#include "host/nvhost/TaskLookup.h"
 #include "store/RegistryKey.h"
 #include "store/TaskDefinition.h"
 
@@ -21,11 +24,27 @@ namespace {
 
 using VariableValues = std::map<Text, Text>;
 
-VariableValues ReadVariables(Registry& registry, const Text& scenario) {
+// The variables a run of the task can set, upper-cased as the registry compares names: those
+// its fields name. Nothing when the task cannot be read (the run then stores nothing).
+std::set<Text> FieldVariables(Registry& registry, const Arguments& arguments) {
+  std::set<Text> names;
+  try {
+    for (const TaskField& field : LoadStoredTask(registry, arguments.positional[0], arguments.positional[1]).Fields)
+      if (!field.Var.empty()) names.insert(UpperCase(TextView(field.Var).substr(1)));
+  } catch (const std::exception&) {
+    names.clear();
+  }
+  return names;
+}
+
+// The values of the scenario's variables among `names`: a log of many MiB beside them is
+// neither read nor compared.
+VariableValues ReadVariables(Registry& registry, const Text& scenario, const std::set<Text>& names) {
   VariableValues values;
   const ReadingScope reading(registry);
   const ScenarioVariables variables(registry);
   for (const Text& name : variables.Names(scenario)) {
+    if (!names.contains(UpperCase(name))) continue;
     if (auto value = variables.Get(scenario, name)) values[name] = ToText(std::move(*value));
   }
   return values;
@@ -86,14 +105,15 @@ int RunRunCommand(Session& session, const Words& words) {
   std::string report = arguments.Value("--report").value_or("");
   if (json && report.empty()) report = ownReport.emplace().Path();
   const std::uintmax_t reportStart = json ? FileSize(report) : 0;
-  const VariableValues before = json ? ReadVariables(session.OpenRegistry(), scenario) : VariableValues();
+  const std::set<Text> settable = json ? FieldVariables(session.OpenRegistry(), arguments) : std::set<Text>();
+  const VariableValues before = json ? ReadVariables(session.OpenRegistry(), scenario, settable) : VariableValues();
 
   plugin->SetReportFilePath(FromUtf8(report));
   plugin->ExecuteTache();
   const std::int32_t status = plugin->GetStatus();
   if (json) {
     std::vector<std::string> changed;
-    for (const auto& [name, value] : ReadVariables(session.OpenRegistry(), scenario)) {
+    for (const auto& [name, value] : ReadVariables(session.OpenRegistry(), scenario, settable)) {
       const auto old = before.find(name);
       if (old == before.end() || old->second != value) changed.push_back(JsonMember(ToUtf8(name), JsonString(value)));
     }
