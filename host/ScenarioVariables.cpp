@@ -53,13 +53,14 @@ std::vector<Text> ScenarioVariables::Names(const Text& scenario) const {
   return names;
 }
 
-RegStatus ScenarioVariables::WriteAsUtf8(const Text& scenario, const Text& name, Utf8Output& out) const {
+RegStatus ScenarioVariables::WriteAsUtf8(const Text& scenario, const Text& name, Utf8Output& out,
+                                         Utf8Encoder encode) const {
   const ReadingScope reading(registry_);
   UniqueRegKey key;
   const RegStatus status =
       OpenUniqueKey(registry_, RegRoot::LocalMachine, VariablesKeyPath(scenario), RegAccess::QueryValue, key);
   if (status != RegError::Success) return status;
-  return WriteStoredValueAsUtf8(registry_, key.Get(), name, out);
+  return WriteStoredValueAsUtf8(registry_, key.Get(), name, out, encode);
 }
 
 void ScenarioVariables::Set(const Text& scenario, const Text& name, TextView value) {

@@ -34,7 +34,8 @@ class ScenarioVariables {
   std::vector<Text> Names(const Text& scenario) const;
   // The value written to `out` as UTF-8 while it is read (see WriteStoredValueAsUtf8);
   // FileNotFound when the scenario has no variables.
-  RegStatus WriteAsUtf8(const Text& scenario, const Text& name, Utf8Output& out) const;
+  RegStatus WriteAsUtf8(const Text& scenario, const Text& name, Utf8Output& out,
+                        Utf8Encoder encode = &AppendUtf8) const;
   // Raises an error carrying the registry's code when the value cannot be written.
   void Set(const Text& scenario, const Text& name, TextView value);
 

@@ -210,7 +210,7 @@ bool JoinTail(Registry& registry, RegKey key, TextView name, std::uint32_t size,
 // next piece; an odd byte waits for the byte after it.
 class Utf8WritingSink final : public ValueSink {
  public:
-  explicit Utf8WritingSink(Utf8Output& out) : out_(out) {}
+  Utf8WritingSink(Utf8Output& out, Utf8Encoder encode) : out_(out), encode_(encode) {}
 
   void Begin(std::uint32_t type, std::uint32_t size) override {
     isNumber_ = type == RegType::Dword && size == 4;
@@ -251,7 +251,7 @@ class Utf8WritingSink final : public ValueSink {
     if (isNumber_) {
       const Text digits = DecimalText(number_.Value());
       bytes_.clear();
-      AppendUtf8(digits, bytes_);
+      encode_(digits, bytes_);
       out_.Write(bytes_);
       return;
     }
@@ -271,12 +271,13 @@ class Utf8WritingSink final : public ValueSink {
   void WriteUnits(std::size_t count) {
     if (count == 0) return;
     bytes_.clear();
-    AppendUtf8(TextView(units_).substr(0, count), bytes_);
+    encode_(TextView(units_).substr(0, count), bytes_);
     out_.Write(bytes_);
     units_.erase(0, count);
   }
 
   Utf8Output& out_;
+  Utf8Encoder encode_;
   bool isNumber_ = false;
   DwordBytes number_;
   Text units_;
@@ -326,8 +327,9 @@ std::optional<Variant> ReadStoredValue(Registry& registry, RegKey key, TextView 
   return std::move(sink).Take();
 }
 
-RegStatus WriteStoredValueAsUtf8(Registry& registry, RegKey key, TextView name, Utf8Output& out) {
-  Utf8WritingSink sink(out);
+RegStatus WriteStoredValueAsUtf8(Registry& registry, RegKey key, TextView name, Utf8Output& out,
+                                 Utf8Encoder encode) {
+  Utf8WritingSink sink(out, encode);
   const RegStatus status = registry.ReadValue(key, name, sink);
   if (status == RegError::Success) sink.Finish();
   return status;

@@ -2,8 +2,10 @@
 // How the stand-in host reads and writes its own values (variables, actions): any text
 // type reads as its text without the terminator, a REG_DWORD as its number.
 #include <optional>
+#include <string>
 #include <string_view>
 
+#include "common/Utf.h"
 #include "common/Variant.h"
 #include "engine/PieceCut.h"
 #include "engine/VariablesService.h"
@@ -30,10 +32,15 @@ class Utf8Output {
  protected:
   ~Utf8Output() = default;
 };
-// The value as ReadStoredValue gives it, written to `out` as UTF-8 (as ToUtf8 writes it) while
-// it is read, never held whole: a text without its terminator, a REG_DWORD as its number.
-// A failure after the first Write leaves the pieces before it written.
-RegStatus WriteStoredValueAsUtf8(Registry& registry, RegKey key, TextView name, Utf8Output& out);
+// How units become UTF-8 bytes, appended to `out`: as they are, or escaped for some syntax.
+// Each call has whole characters (a surrogate pair is never cut in two).
+using Utf8Encoder = void (*)(TextView units, std::string& out);
+
+// The value as ReadStoredValue gives it, written to `out` as UTF-8 (as `encode` writes it)
+// while it is read, never held whole: a text without its terminator, a REG_DWORD as its
+// number. A failure after the first Write leaves the pieces before it written.
+RegStatus WriteStoredValueAsUtf8(Registry& registry, RegKey key, TextView name, Utf8Output& out,
+                                 Utf8Encoder encode = &AppendUtf8);
 
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value);
 RegStatus WriteStoredNumber(Registry& registry, RegKey key, TextView name, std::uint32_t value);

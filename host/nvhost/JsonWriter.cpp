@@ -26,6 +26,12 @@ std::string Joined(const std::vector<std::string>& parts, char open, char close)
 std::string JsonString(TextView text) {
   std::string out = "\"";
   out.reserve(text.size() + 2);
+  AppendJsonStringBody(text, out);
+  out.push_back('"');
+  return out;
+}
+
+void AppendJsonStringBody(TextView text, std::string& out) {
   // Runs of units written as they are go out in one conversion: a variable of many MiB is
   // not converted a unit at a time.
   std::size_t run = 0;
@@ -49,8 +55,6 @@ std::string JsonString(TextView text) {
     }
   }
   AppendUtf8(text.substr(run), out);
-  out.push_back('"');
-  return out;
 }
 
 std::string JsonString(const std::string& utf8) { return JsonString(FromUtf8(utf8)); }

@@ -9,6 +9,9 @@
 namespace nv {
 
 std::string JsonString(TextView text);
+// The same without its quotes, appended to `out`: a value of many MiB written in pieces
+// (whole characters each) reads as one string between the quotes written around them.
+void AppendJsonStringBody(TextView text, std::string& out);
 std::string JsonString(const std::string& utf8);
 
 // {"a":1,"b":"x"} from members already written as "\"a\":1".

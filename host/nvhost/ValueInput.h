@@ -33,7 +33,6 @@ class OutputBytes {
   explicit OutputBytes(std::string path) : path_(std::move(path)) {}
 
   void Write(std::string_view bytes);
-  bool Started() const { return started_; }
   // The file's last bytes written out; nothing for a stream.
   void Close();
 

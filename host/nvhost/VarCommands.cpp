@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "common/Conversions.h"
@@ -33,15 +34,40 @@ void RefuseOptions(const Arguments& arguments, std::initializer_list<const char*
   }
 }
 
-// The value's UTF-8 straight to its output as it is read.
+// The value's UTF-8 straight to its output as it is read, after `opening` (what goes before
+// the value once it is found).
 class ValueOutput final : public Utf8Output {
  public:
-  explicit ValueOutput(OutputBytes& out) : out_(out) {}
-  void Write(std::string_view bytes) override { out_.Write(bytes); }
+  explicit ValueOutput(OutputBytes& out, std::string opening = {}) : out_(out), opening_(std::move(opening)) {}
+  void Write(std::string_view bytes) override {
+    if (!found_) out_.Write(opening_);
+    found_ = true;
+    out_.Write(bytes);
+  }
+  bool Found() const { return found_; }
 
  private:
   OutputBytes& out_;
+  std::string opening_;
+  bool found_ = false;
 };
+
+[[noreturn]] void CutShort(const std::string& scenario, const std::string& name, RegStatus status) {
+  throw std::runtime_error("variable " + name + " of scenario " + scenario +
+                           " could not be read to its end: " + RegistryStatusText(status));
+}
+
+// {"name":N,"value":V} with the value written as it is read; false, with nothing written,
+// when the variable cannot be found.
+bool WriteJsonVariable(const ScenarioVariables& variables, const Text& scenario, const Text& name,
+                       std::string opening, OutputBytes& out) {
+  ValueOutput value(out, std::move(opening) + "\"value\":\"");
+  const RegStatus status = variables.WriteAsUtf8(scenario, name, value, &AppendJsonStringBody);
+  if (status != RegError::Success && !value.Found()) return false;
+  if (status != RegError::Success) CutShort(ToUtf8(scenario), ToUtf8(name), status);
+  out.Write("\"}");
+  return true;
+}
 
 int NoVariable(Session& session, const std::vector<std::string>& p) {
   session.Err() << "nvhost var: scenario " << p[1] << " has no variable " << p[2] << "\n";
@@ -59,11 +85,8 @@ int Get(Session& session, const Arguments& arguments) {
     OutputBytes out = output ? OutputBytes(*output) : OutputBytes(session.Out());
     ValueOutput utf8(out);
     const RegStatus status = variables.WriteAsUtf8(FromUtf8(p[1]), FromUtf8(p[2]), utf8);
-    if (status != RegError::Success && !out.Started()) return NoVariable(session, p);
-    if (status != RegError::Success) {
-      throw std::runtime_error("variable " + p[2] + " of scenario " + p[1] +
-                               " could not be read to its end: " + RegistryStatusText(status));
-    }
+    if (status != RegError::Success && !utf8.Found()) return NoVariable(session, p);
+    if (status != RegError::Success) CutShort(p[1], p[2], status);
     if (output) {
       out.Close();
     } else {
@@ -71,13 +94,19 @@ int Get(Session& session, const Arguments& arguments) {
     }
     return ExitCode::Success;
   }
-  const auto value = variables.Get(FromUtf8(p[1]), FromUtf8(p[2]));
-  if (!value) return NoVariable(session, p);
-  const Text text = ToText(*value);
-  session.Out() << JsonObject({JsonMember("scenario", JsonString(p[1])), JsonMember("name", JsonString(p[2])),
-                               JsonMember("value", JsonString(text))})
-                << "\n";
-  if (output) WriteOutputBytes(*output, ToUtf8(text));
+  // The JSON, then the value alone to --output: each read as it is written, never whole.
+  OutputBytes json(session.Out());
+  const std::string opening =
+      "{" + JsonMember("scenario", JsonString(p[1])) + "," + JsonMember("name", JsonString(p[2])) + ",";
+  if (!WriteJsonVariable(variables, FromUtf8(p[1]), FromUtf8(p[2]), opening, json)) return NoVariable(session, p);
+  json.Write("\n");
+  if (output) {
+    OutputBytes out(*output);
+    ValueOutput utf8(out);
+    const RegStatus status = variables.WriteAsUtf8(FromUtf8(p[1]), FromUtf8(p[2]), utf8);
+    if (status != RegError::Success) CutShort(p[1], p[2], status);
+    out.Close();
+  }
   return ExitCode::Success;
 }
 
@@ -111,15 +140,15 @@ int List(Session& session, const Arguments& arguments) {
     for (const Text& name : names) session.Out() << ToUtf8(name) << "\n";
     return ExitCode::Success;
   }
-  std::vector<std::string> entries;
-  for (const Text& name : names) {
-    const auto value = variables.Get(scenario, name);
-    entries.push_back(JsonObject({JsonMember("name", JsonString(name)),
-                                  JsonMember("value", JsonString(value ? ToText(*value) : Text()))}));
+  // Each value written as it is read: a log of many MiB among them is never held whole.
+  OutputBytes out(session.Out());
+  out.Write("{" + JsonMember("scenario", JsonString(arguments.positional[1])) + ",\"variables\":[");
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::string opening = std::string(i == 0 ? "" : ",") + "{" + JsonMember("name", JsonString(names[i])) + ",";
+    // One unset since it was listed reads as empty.
+    if (!WriteJsonVariable(variables, scenario, names[i], opening, out)) out.Write(opening + "\"value\":\"\"}");
   }
-  session.Out() << JsonObject({JsonMember("scenario", JsonString(arguments.positional[1])),
-                               JsonMember("variables", JsonArray(entries))})
-                << "\n";
+  out.Write("]}\n");
   return ExitCode::Success;
 }
 

@@ -413,6 +413,22 @@ class CollectedUtf8 final : public Utf8Output {
   int writes_ = 0;
 };
 
+bool IsSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
+
+// Writes "!" for a surrogate whose pair is not in the same call: a pair cut between two calls
+// then differs from the text encoded whole.
+void MarkLoneSurrogates(TextView units, std::string& out) {
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    const bool pair = units[i] < 0xDC00 && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF;
+    if (IsSurrogate(units[i]) && !pair) {
+      out += '!';
+    } else {
+      AppendUtf8(units.substr(i, pair ? 2 : 1), out);
+      i += pair ? 1 : 0;
+    }
+  }
+}
+
 // A stored variable reads as its text without the terminator (an odd last byte is no unit),
 // a REG_DWORD as its number, whatever its size; written out as UTF-8 while it is read, it is
 // the same, surrogate pairs across the hive's pieces included.
@@ -451,6 +467,11 @@ TEST_F(Hive, StoredValuesReadAsTextOrNumber) {
     CollectedUtf8 out;
     ASSERT_EQ(WriteStoredValueAsUtf8(*hive_, key, u"v", out), ok);
     EXPECT_TRUE(out.bytes_ == ToUtf8(ToText(c.expected))) << c.data.size();
+    CollectedUtf8 marked;
+    ASSERT_EQ(WriteStoredValueAsUtf8(*hive_, key, u"v", marked, &MarkLoneSurrogates), ok);
+    std::string whole;
+    MarkLoneSurrogates(ToText(c.expected), whole);
+    EXPECT_TRUE(marked.bytes_ == whole) << c.data.size();
   }
   EXPECT_EQ(ReadStoredValue(*hive_, key, u"missing"), std::nullopt);
   CollectedUtf8 none;
