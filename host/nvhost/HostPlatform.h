@@ -21,6 +21,9 @@ class HostPlatform {
   // Why `registry` (as OpenRegistry gave it) cannot be written, naming its file; empty when
   // it can, or when only trying tells.
   virtual std::string ReadOnlyReason(Registry& /*registry*/) const { return {}; }
+  // The largest value data, in bytes, the registry stores; the registry's own calls take a
+  // 32-bit size.
+  virtual std::uint64_t LargestValueBytes() const { return 0xFFFFFFFF; }
   // A new plug-in object; the registry is open by then.
   virtual std::unique_ptr<PluginClient> CreatePlugin() = 0;
   // Whether the task dialog can be shown on a screen.

@@ -30,6 +30,7 @@ class NativePlatform final : public HostPlatform {
   std::string ReadOnlyReason(Registry& registry) const override {
     return static_cast<SqliteHive&>(registry).ReadOnlyReason();
   }
+  std::uint64_t LargestValueBytes() const override { return SqliteHive::LargestValueBytes(); }
   std::unique_ptr<PluginClient> CreatePlugin() override { return std::make_unique<LinkedPlugin>(); }
   bool ShowsWindows() const override { return false; }
   bool UsesHiveFile() const override { return true; }

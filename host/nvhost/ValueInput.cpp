@@ -1,6 +1,7 @@
 #include "host/nvhost/ValueInput.h"
 
 #include <cstdint>
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -41,9 +42,13 @@ std::string ReadInputBytes(const std::string& path) {
   return bytes;
 }
 
-Text ReadUtf8Input(const std::string& path, std::size_t blockBytes) {
+Text ReadUtf8Input(const std::string& path, std::size_t maxUnits, std::size_t blockBytes) {
   const bool standardInput = path == "-";
   const std::string source = standardInput ? "standard input" : path;
+  const auto tooLong = [&] {
+    return std::runtime_error(source + " is too long: a value holds at most " + std::to_string(maxUnits) +
+                              " UTF-16 units (characters, two for one beyond U+FFFF)");
+  };
   std::ifstream file;
   Text text;
   if (!standardInput) {
@@ -52,8 +57,14 @@ Text ReadUtf8Input(const std::string& path, std::size_t blockBytes) {
       throw std::runtime_error("cannot read " + path + ": it is " + kind + ", not a regular file (- reads standard input)");
     file.open(path, std::ios::binary | std::ios::ate);
     if (!file) throw std::runtime_error("cannot open " + path);
-    // Never more units than bytes: room made once, and only what is written is touched.
-    if (const std::streamoff size = file.tellg(); size > 0) text.reserve(static_cast<std::size_t>(size));
+    // Never more units than bytes, nor fewer than a third of them: room made once, and only
+    // what is written is touched.
+    if (const std::streamoff size = file.tellg(); size > 0) {
+      if (static_cast<std::uint64_t>(size) / 3 > maxUnits) throw tooLong();
+      // A block past the most allowed still fits: a text found too long is never moved.
+      const std::uint64_t most = maxUnits + std::min(blockBytes, SIZE_MAX - maxUnits);
+      text.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(static_cast<std::uint64_t>(size), most)));
+    }
     file.seekg(0);
   }
   const auto readInto = [&](char* into, std::size_t size) -> std::size_t {
@@ -80,6 +91,7 @@ Text ReadUtf8Input(const std::string& path, std::size_t blockBytes) {
     if (valid != block.size() && !maybeCut)
       throw std::runtime_error(source + " is not UTF-8: bad byte at offset " + std::to_string(offset + valid));
     AppendFromUtf8(std::string_view(block).substr(0, valid), text);
+    if (text.size() > maxUnits) throw tooLong();
     if (got == 0) return text;
     offset += valid;
     block.erase(0, valid);

@@ -2,6 +2,7 @@
 // Values and files in and out of nvhost byte for byte: a file or standard input read whole,
 // UTF-8 checked; a value written to a file with nothing added.
 #include <cstddef>
+#include <cstdint>
 #include <fstream>
 #include <ostream>
 #include <string>
@@ -18,8 +19,9 @@ std::string ReadInputBytes(const std::string& path);
 // The text of PATH, or of standard input for "-", read as UTF-8 in blocks of `blockBytes`,
 // each checked and widened as it comes: a log of many MiB is never held as bytes beside its
 // text. Throws std::runtime_error naming the file, and for bytes that are not UTF-8 the
-// offset of the first bad one.
-Text ReadUtf8Input(const std::string& path, std::size_t blockBytes = 1 << 20);
+// offset of the first bad one, and once the text has more than `maxUnits` units, without
+// reading further (a file too long for what holds it fails before it fills the memory).
+Text ReadUtf8Input(const std::string& path, std::size_t maxUnits = SIZE_MAX, std::size_t blockBytes = 1 << 20);
 
 // Writes `bytes` to PATH (replaced whole). Throws std::runtime_error naming the file.
 void WriteOutputBytes(const std::string& path, const std::string& bytes);

@@ -1,4 +1,6 @@
 // var: scenario variables read, written, listed and removed, values byte for byte.
+#include <algorithm>
+#include <cstdint>
 #include <fstream>
 #include <ostream>
 #include <stdexcept>
@@ -116,11 +118,14 @@ int Set(Session& session, const Arguments& arguments) {
   const auto file = arguments.Value("--file");
   if (p.size() != (file ? 3u : 4u)) throw UsageError("usage: var set SCENARIO NAME VALUE|--file PATH|-");
   RequireRegistryNames(VariablesKeyPath(FromUtf8(p[1])), FromUtf8(p[2]));
+  // The text and its terminator, as UTF-16, within what the registry stores.
+  const std::uint64_t largest = std::max<std::uint64_t>(session.Platform().LargestValueBytes(), 2);
+  const auto maxUnits = static_cast<std::size_t>(std::min<std::uint64_t>((largest - 2) / 2, SIZE_MAX / 2));
   Text value;
   if (file) {
-    value = ReadUtf8Input(*file);
+    value = ReadUtf8Input(*file, maxUnits);
   } else if (p[3] == "-") {
-    value = ReadUtf8Input("-");
+    value = ReadUtf8Input("-", maxUnits);
   } else {
     value = FromUtf8(p[3]);
   }

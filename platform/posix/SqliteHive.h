@@ -28,6 +28,9 @@ class SqliteHive final : public Registry {
   // std::runtime_error naming the file when it is not a hive or is corrupt (and leaves it as
   // it was).
   static std::unique_ptr<SqliteHive> Open(const std::string& path);
+  // The largest value data, in bytes, a hive stores: SQLite's limit on a row, less room for
+  // the longest names beside the data.
+  static std::uint64_t LargestValueBytes();
 
   SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason);
   SqliteHive(const SqliteHive&) = delete;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -32,7 +33,7 @@ TEST(ValueInput, BlocksOfAnySizeReadAsTheWholeFile) {
     for (const std::size_t block : {1, 2, 3, 4, 5, 7, 64, 1 << 20}) {
       SCOPED_TRACE(testing::Message() << "input of " << input.size() << " bytes, blocks of " << block);
       try {
-        const Text text = ReadUtf8Input(path.string(), block);
+        const Text text = ReadUtf8Input(path.string(), SIZE_MAX, block);
         EXPECT_EQ(valid, input.size());
         EXPECT_EQ(text, FromUtf8(input));
       } catch (const std::runtime_error& e) {
@@ -43,6 +44,40 @@ TEST(ValueInput, BlocksOfAnySizeReadAsTheWholeFile) {
   }
   std::filesystem::remove(path);
   EXPECT_THROW(ReadUtf8Input(path.string()), std::runtime_error);
+}
+
+// A text longer than what will hold it is refused, counted in UTF-16 units, however it is
+// read; one exactly as long is read whole.
+TEST(ValueInput, TextsLongerThanTheMostAllowedAreRefused) {
+  const struct Case {
+    std::string input;
+    std::size_t maxUnits;
+    bool fits;
+  } cases[] = {
+      {"abcdef", 6, true},          {"abcdef", 5, false},
+      {"\xC3\xA9\xC3\xA9", 2, true}, {"\xE6\x97\xA5\xE6\x9C\xAC", 1, false},  // units, not bytes
+      {"\xF0\x9F\x98\x80", 1, false}, {"\xF0\x9F\x98\x80", 2, true},           // a pair is two units
+      {std::string(30, 'x'), 9, false},  // a third of the bytes already too many: refused unread
+  };
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / ("nvextch-long-" + std::to_string(std::random_device{}()) + ".txt");
+  for (const Case& c : cases) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << c.input;
+    for (const std::size_t block : {1, 3, 1 << 20}) {
+      SCOPED_TRACE(testing::Message() << c.input.size() << " bytes, at most " << c.maxUnits << ", blocks of " << block);
+      try {
+        EXPECT_EQ(ReadUtf8Input(path.string(), c.maxUnits, block), FromUtf8(c.input));
+        EXPECT_TRUE(c.fits);
+      } catch (const std::runtime_error& e) {
+        EXPECT_FALSE(c.fits);
+        EXPECT_EQ(std::string(e.what()).find(path.string() + " is too long: a value holds at most " +
+                                             std::to_string(c.maxUnits) + " UTF-16 units"),
+                  0u)
+            << e.what();
+      }
+    }
+  }
+  std::filesystem::remove(path);
 }
 
 }  // namespace
