@@ -54,19 +54,23 @@ class ValueOutput final : public Utf8Output {
   bool found_ = false;
 };
 
-[[noreturn]] void CutShort(const std::string& scenario, const std::string& name, RegStatus status) {
+// Writes the variable to `out` as it is read; false, with nothing written, when the scenario
+// has no such variable. Any other failure is raised: one after writing began leaves a part.
+bool WriteFoundVariable(const ScenarioVariables& variables, const std::string& scenario, const std::string& name,
+                        ValueOutput& out, Utf8Encoder encode = &AppendUtf8) {
+  const RegStatus status = variables.WriteAsUtf8(FromUtf8(scenario), FromUtf8(name), out, encode);
+  if (status == RegError::Success) return true;
+  if (status == RegError::FileNotFound && !out.Found()) return false;
   throw std::runtime_error("variable " + name + " of scenario " + scenario +
-                           " could not be read to its end: " + RegistryStatusText(status));
+                           (out.Found() ? " could not be read to its end: " : " could not be read: ") +
+                           RegistryStatusText(status));
 }
 
-// {"name":N,"value":V} with the value written as it is read; false, with nothing written,
-// when the variable cannot be found.
-bool WriteJsonVariable(const ScenarioVariables& variables, const Text& scenario, const Text& name,
+// {"name":N,"value":V} with the value written as it is read (see WriteFoundVariable).
+bool WriteJsonVariable(const ScenarioVariables& variables, const std::string& scenario, const std::string& name,
                        std::string opening, OutputBytes& out) {
   ValueOutput value(out, std::move(opening) + "\"value\":\"");
-  const RegStatus status = variables.WriteAsUtf8(scenario, name, value, &AppendJsonStringBody);
-  if (status != RegError::Success && !value.Found()) return false;
-  if (status != RegError::Success) CutShort(ToUtf8(scenario), ToUtf8(name), status);
+  if (!WriteFoundVariable(variables, scenario, name, value, &AppendJsonStringBody)) return false;
   out.Write("\"}");
   return true;
 }
@@ -86,9 +90,7 @@ int Get(Session& session, const Arguments& arguments) {
     // A log of many MiB goes out as it is read, never held whole in memory.
     OutputBytes out = output ? OutputBytes(*output) : OutputBytes(session.Out());
     ValueOutput utf8(out);
-    const RegStatus status = variables.WriteAsUtf8(FromUtf8(p[1]), FromUtf8(p[2]), utf8);
-    if (status != RegError::Success && !utf8.Found()) return NoVariable(session, p);
-    if (status != RegError::Success) CutShort(p[1], p[2], status);
+    if (!WriteFoundVariable(variables, p[1], p[2], utf8)) return NoVariable(session, p);
     if (output) {
       out.Close();
     } else {
@@ -100,13 +102,12 @@ int Get(Session& session, const Arguments& arguments) {
   OutputBytes json(session.Out());
   const std::string opening =
       "{" + JsonMember("scenario", JsonString(p[1])) + "," + JsonMember("name", JsonString(p[2])) + ",";
-  if (!WriteJsonVariable(variables, FromUtf8(p[1]), FromUtf8(p[2]), opening, json)) return NoVariable(session, p);
+  if (!WriteJsonVariable(variables, p[1], p[2], opening, json)) return NoVariable(session, p);
   json.Write("\n");
   if (output) {
     OutputBytes out(*output);
     ValueOutput utf8(out);
-    const RegStatus status = variables.WriteAsUtf8(FromUtf8(p[1]), FromUtf8(p[2]), utf8);
-    if (status != RegError::Success) CutShort(p[1], p[2], status);
+    if (!WriteFoundVariable(variables, p[1], p[2], utf8)) return NoVariable(session, p);
     out.Close();
   }
   return ExitCode::Success;
@@ -151,7 +152,8 @@ int List(Session& session, const Arguments& arguments) {
   for (std::size_t i = 0; i < names.size(); ++i) {
     const std::string opening = std::string(i == 0 ? "" : ",") + "{" + JsonMember("name", JsonString(names[i])) + ",";
     // One unset since it was listed reads as empty.
-    if (!WriteJsonVariable(variables, scenario, names[i], opening, out)) out.Write(opening + "\"value\":\"\"}");
+    if (!WriteJsonVariable(variables, arguments.positional[1], ToUtf8(names[i]), opening, out))
+      out.Write(opening + "\"value\":\"\"}");
   }
   out.Write("]}\n");
   return ExitCode::Success;
