@@ -22,12 +22,12 @@ class Findings {
 
 std::string Quoted(TextView text) { return "\"" + OneLine(text) + "\""; }
 
-// The entry as the run sees it; nothing when it names a variable that does not exist.
 void MissingVariable(const char* entry, const Text& text, Findings& findings) {
   findings.Error(std::string("the ") + entry + " refers to " + ToUtf8(text) +
                  ", a variable that does not exist (the run would fail)");
 }
 
+// The entry as the run sees it; nothing when it names a variable that does not exist.
 std::optional<Text> Resolve(const char* entry, const Text& text, LintVariables& variables, Findings& findings) {
   if (!IsVariableReference(text)) return text;
   if (auto value = variables.Value(text.substr(1))) return value;
@@ -36,8 +36,8 @@ std::optional<Text> Resolve(const char* entry, const Text& text, LintVariables& 
 }
 
 // The string of a split or a positional task, known by its separators only: a log of many
-// MiB is counted as it is read, never held. Nothing when it is missing (found here) or when
-// there is no separator to count.
+// MiB is counted as it is read, never held. Nothing when it is missing or when there is no
+// separator to count.
 std::optional<LintVariables::Separators> CountInString(const Text& chaine, const std::optional<Text>& separator,
                                                        bool chaineExists, LintVariables& variables) {
   if (!chaineExists || !separator || separator->empty()) return std::nullopt;

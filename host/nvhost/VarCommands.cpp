@@ -84,7 +84,9 @@ int Get(Session& session, const Arguments& arguments) {
   RequirePositional(arguments, 3, kUsage);
   RefuseOptions(arguments, {"--file"}, "get");
   const auto& p = arguments.positional;
-  ScenarioVariables variables(session.OpenExistingRegistry());
+  Registry& registry = session.OpenExistingRegistry();
+  const ReadingScope reading(registry);  // the JSON and --output give the same value
+  ScenarioVariables variables(registry);
   const auto output = arguments.Value("--output");
   if (!arguments.Has("--json")) {
     // A log of many MiB goes out as it is read, never held whole in memory.

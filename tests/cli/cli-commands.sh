@@ -176,6 +176,12 @@ nv edit Jobs LongSplit --new --function split --string @LongLog --separator-choi
   --confirm >/dev/null 2>&1
 nv edit Jobs LongTail --new --function substrings --string @LongLog --separator-choice 0 --field @Last:-2:-1 \
   --confirm >/dev/null 2>&1
+json_is "var get --json --output: the same long value in both" \
+  "d['value']==open('$work/long.log',newline='').read()==open('$work/long.back',newline='').read()" \
+  var get Jobs LongLog --json --output "$work/long.back"
+json_is "var list --json: a long value among short ones" \
+  "[v['value'] for v in d['variables'] if v['name']=='LongLog']==[open('$work/long.log',newline='').read()]" \
+  var list Jobs --json
 expect_exit "the lines of a long log counted" 1 check Jobs LongSplit
 grep -q '^error	the input yields 100001 pieces for 2 fields' "$work/out" && ok || ko "long log pieces: $(cat "$work/out")"
 expect_exit "a separator missing from a long log" 1 check Jobs LongTail
