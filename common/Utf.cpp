@@ -140,6 +140,26 @@ void AppendFromUtf8(std::string_view bytes, Text& out) {
   out.resize(static_cast<std::size_t>(to - out.data()));
 }
 
+std::size_t Utf16Length(std::string_view utf8) noexcept {
+  // Every sequence has one byte that is no continuation byte, and a four-byte one (a lead
+  // from F0 up) stands for a surrogate pair. Counted sixteen bytes at a time into a small
+  // counter, a form the compiler vectorises.
+  const auto unitsOf = [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return static_cast<unsigned char>(((byte & 0xC0) != 0x80) + (byte >= 0xF0));
+  };
+  constexpr std::size_t kBlock = 16;
+  std::size_t units = 0;
+  std::size_t i = 0;
+  for (; i + kBlock <= utf8.size(); i += kBlock) {
+    unsigned char block = 0;  // at most 32
+    for (std::size_t k = 0; k < kBlock; ++k) block = static_cast<unsigned char>(block + unitsOf(utf8[i + k]));
+    units += block;
+  }
+  for (; i < utf8.size(); ++i) units += unitsOf(utf8[i]);
+  return units;
+}
+
 std::size_t Utf8ValidLength(std::string_view bytes) {
   std::size_t i = 0;
   while ((i = AsciiRunEnd(bytes, i)) < bytes.size()) {

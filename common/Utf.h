@@ -24,6 +24,8 @@ void AppendFromUtf8(std::string_view bytes, Text& out);
 bool IsUtf8(std::string_view bytes);
 // How many bytes at the start are well-formed UTF-8: the offset of the first bad byte.
 std::size_t Utf8ValidLength(std::string_view bytes);
+// How many UTF-16 units well-formed UTF-8 bytes stand for, counted without converting them.
+std::size_t Utf16Length(std::string_view utf8) noexcept;
 
 // True when the bytes are UTF-8 as the standard defines it: no surrogate forms, no overlong
 // forms, nothing above U+10FFFF. For text that comes from outside (files).

@@ -64,6 +64,14 @@ RegStatus ScenarioVariables::WriteAsUtf8(const Text& scenario, const Text& name,
 }
 
 void ScenarioVariables::Set(const Text& scenario, const Text& name, TextView value) {
+  Store(scenario, name, [&](RegKey key) { return WriteStoredText(registry_, key, name, value); });
+}
+
+void ScenarioVariables::SetMade(const Text& scenario, const Text& name, std::size_t units, const TextMaker& make) {
+  Store(scenario, name, [&](RegKey key) { return WriteStoredTextMade(registry_, key, name, units, make); });
+}
+
+void ScenarioVariables::Store(const Text& scenario, const Text& name, const std::function<RegStatus(RegKey)>& write) {
   RegStatus status = RegError::Success;
   // A key kept open may have been deleted since (the scenario removed and made again): it is
   // then looked up anew, once.
@@ -75,7 +83,7 @@ void ScenarioVariables::Set(const Text& scenario, const Text& name, TextView val
       if (status != RegError::Success) break;
       writtenScenario_ = scenario;
     }
-    status = WriteStoredText(registry_, writtenKey_.Get(), name, value);
+    status = write(writtenKey_.Get());
     if (status != RegError::KeyDeleted) break;
     writtenKey_.Reset();
   }

@@ -1,6 +1,8 @@
 #pragma once
 // The stand-in host keeps scenario variables in the registry: one REG_SZ value per
 // variable under HKLM\SOFTWARE\NOVRA\Scenarios\<scenario>\Variables.
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -38,8 +40,13 @@ class ScenarioVariables {
                         Utf8Encoder encode = &AppendUtf8) const;
   // Raises an error carrying the registry's code when the value cannot be written.
   void Set(const Text& scenario, const Text& name, TextView value);
+  // The same for a text of `units` units that `make` gives in pieces (see WriteStoredTextMade);
+  // an exception from `make` goes through, and nothing is stored.
+  void SetMade(const Text& scenario, const Text& name, std::size_t units, const TextMaker& make);
 
  private:
+  void Store(const Text& scenario, const Text& name, const std::function<RegStatus(RegKey)>& write);
+
   Registry& registry_;
   // The Variables key of the scenario last written, kept open: an execution that stores a
   // thousand pieces then finds the key once, not once a piece.

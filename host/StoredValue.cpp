@@ -347,6 +347,23 @@ RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextVie
   return registry.SetValue(key, name, RegType::Sz, data.data(), static_cast<std::uint32_t>(data.size()));
 }
 
+RegStatus WriteStoredTextMade(Registry& registry, RegKey key, TextView name, std::size_t units, const TextMaker& make) {
+  if (units >= RegLimit::ValueBytes / 2) return RegError::InvalidParameter;
+  const auto size = static_cast<std::uint32_t>((units + 1) * 2);  // with the terminator
+  return registry.SetValueMade(key, name, RegType::Sz, size, [&](const ValueBytesSink& bytes) {
+    make([&](TextView piece) {
+      if constexpr (std::endian::native == std::endian::little) {
+        bytes({reinterpret_cast<const std::uint8_t*>(piece.data()), piece.size() * sizeof(char16_t)});
+      } else {
+        const std::vector<std::uint8_t> data = BytesFromText(piece);
+        bytes(std::span(data).first(data.size() - 2));
+      }
+    });
+    static constexpr std::uint8_t kTerminator[2] = {0, 0};
+    bytes(kTerminator);
+  });
+}
+
 RegStatus WriteStoredNumber(Registry& registry, RegKey key, TextView name, std::uint32_t value) {
   const std::uint32_t data = LittleEndian32(value);
   return registry.SetValue(key, name, RegType::Dword, reinterpret_cast<const std::uint8_t*>(&data), sizeof data);

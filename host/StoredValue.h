@@ -1,6 +1,8 @@
 #pragma once
 // How the stand-in host reads and writes its own values (variables, actions): any text
 // type reads as its text without the terminator, a REG_DWORD as its number.
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -43,6 +45,15 @@ RegStatus WriteStoredValueAsUtf8(Registry& registry, RegKey key, TextView name, 
                                  Utf8Encoder encode = &AppendUtf8);
 
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value);
+
+// Takes a text a piece at a time, in order.
+using TextPieceSink = std::function<void(TextView piece)>;
+// Makes a text, giving it to the sink in pieces as it goes.
+using TextMaker = std::function<void(const TextPieceSink& sink)>;
+// A text of `units` units that `make` gives in pieces, stored as WriteStoredText stores it
+// without ever being whole in memory where the registry writes in pieces. Pieces that do
+// not come to `units` units are InvalidParameter, and nothing is written.
+RegStatus WriteStoredTextMade(Registry& registry, RegKey key, TextView name, std::size_t units, const TextMaker& make);
 RegStatus WriteStoredNumber(Registry& registry, RegKey key, TextView name, std::uint32_t value);
 
 }  // namespace nv

@@ -22,6 +22,13 @@ RegStatus WriteWatchingRegistry::SetValueParts(RegKey key, TextView name, std::u
   return status;
 }
 
+RegStatus WriteWatchingRegistry::SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,
+                                              const ValueMaker& make) {
+  const RegStatus status = inner_.SetValueMade(key, name, type, size, make);
+  Remember(name, type, {}, status);  // its data is gone by now
+  return status;
+}
+
 void WriteWatchingRegistry::Remember(TextView name, std::uint32_t type, std::span<const std::uint8_t> data,
                                      RegStatus status) {
   if (status == RegError::Success) return;

@@ -36,6 +36,8 @@ class WriteWatchingRegistry final : public Registry {
   RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
                      std::uint32_t size) override;
   RegStatus SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) override;
+  RegStatus SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,
+                         const ValueMaker& make) override;
   RegStatus DeleteValue(RegKey key, TextView name) override { return inner_.DeleteValue(key, name); }
   RegStatus DeleteTree(RegKey key, TextView subKey) override { return inner_.DeleteTree(key, subKey); }
   RegStatus EnumKey(RegKey key, std::uint32_t index, Text& name) override { return inner_.EnumKey(key, index, name); }

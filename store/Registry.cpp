@@ -59,4 +59,17 @@ RegStatus Registry::SetValueParts(RegKey key, TextView name, std::uint32_t type,
   return SetValue(key, name, type, joined.data(), static_cast<std::uint32_t>(joined.size()));
 }
 
+RegStatus Registry::SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,
+                                 const ValueMaker& make) {
+  std::vector<std::uint8_t> data;
+  data.reserve(size);
+  bool over = false;
+  make([&](std::span<const std::uint8_t> piece) {
+    over = over || piece.size() > size - data.size();
+    if (!over) data.insert(data.end(), piece.begin(), piece.end());
+  });
+  if (over || data.size() != size) return RegError::InvalidParameter;
+  return SetValue(key, name, type, data.data(), size);
+}
+
 }  // namespace nv

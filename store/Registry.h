@@ -119,6 +119,11 @@ using ValueParts = std::span<const std::span<const std::uint8_t>>;
 // The parts' total size, or nothing where it passes what a value can hold.
 std::optional<std::uint32_t> ValuePartsSize(ValueParts parts) noexcept;
 
+// Takes a value's data a piece at a time, in order.
+using ValueBytesSink = std::function<void(std::span<const std::uint8_t> piece)>;
+// Makes a value's data, giving it to the sink in pieces as it goes.
+using ValueMaker = std::function<void(const ValueBytesSink& sink)>;
+
 class Registry {
  public:
   virtual ~Registry() = default;
@@ -138,6 +143,12 @@ class Registry {
   // SetValue of the parts joined. A store that writes a large value piece by piece takes
   // them as they are, and a text of many MiB is not copied to add its terminator.
   virtual RegStatus SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts);
+  // SetValue of `size` bytes that `make` gives in pieces while it makes them: a store that
+  // writes a large value piece by piece never holds it whole. Pieces that do not come to
+  // `size` bytes are InvalidParameter; that, or an exception from `make` (which goes
+  // through), writes nothing.
+  virtual RegStatus SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,
+                                 const ValueMaker& make);
   virtual RegStatus DeleteValue(RegKey key, TextView name) = 0;
 
   // As RegDeleteTree: a non-empty `subKey` goes with everything below it; an empty one

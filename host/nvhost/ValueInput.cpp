@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -42,7 +43,8 @@ std::string ReadInputBytes(const std::string& path) {
   return bytes;
 }
 
-Text ReadUtf8Input(const std::string& path, std::size_t maxUnits, std::size_t blockBytes) {
+Utf8Extent ReadUtf8Blocks(const std::string& path, const Utf8BlockSink& take, std::size_t maxUnits,
+                          std::uint64_t maxBytes, std::size_t blockBytes) {
   const bool standardInput = path == "-";
   const std::string source = standardInput ? "standard input" : path;
   const auto tooLong = [&] {
@@ -50,21 +52,16 @@ Text ReadUtf8Input(const std::string& path, std::size_t maxUnits, std::size_t bl
                               " UTF-16 units (characters, two for one beyond U+FFFF)");
   };
   std::ifstream file;
-  Text text;
   if (!standardInput) {
     // A FIFO would block the open, and a device would be read without end.
     if (const std::string kind = NonRegularFileKind(path); !kind.empty())
       throw std::runtime_error("cannot read " + path + ": it is " + kind + ", not a regular file (- reads standard input)");
     file.open(path, std::ios::binary | std::ios::ate);
     if (!file) throw std::runtime_error("cannot open " + path);
-    // Never more units than bytes, nor fewer than a third of them: room made once, and only
-    // what is written is touched.
-    if (const std::streamoff size = file.tellg(); size > 0) {
-      if (static_cast<std::uint64_t>(size) / 3 > maxUnits) throw tooLong();
-      // A block past the most allowed still fits: a text found too long is never moved.
-      const std::uint64_t most = maxUnits + std::min(blockBytes, SIZE_MAX - maxUnits);
-      text.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(static_cast<std::uint64_t>(size), most)));
-    }
+    // Never fewer units than a third of the bytes: a file far too long is refused unread.
+    const std::streamoff size = file.tellg();
+    if (size > 0 && std::min<std::uint64_t>(static_cast<std::uint64_t>(size), maxBytes) / 3 > maxUnits)
+      throw tooLong();
     file.seekg(0);
   }
   const auto readInto = [&](char* into, std::size_t size) -> std::size_t {
@@ -77,25 +74,40 @@ Text ReadUtf8Input(const std::string& path, std::size_t maxUnits, std::size_t bl
     if (file.bad()) throw std::runtime_error("cannot read " + path);
     return static_cast<std::size_t>(file.gcount());
   };
-  std::string block;          // a sequence cut by the last block's end, then the next block
-  std::uint64_t offset = 0;   // of block[0] in the input
+  Utf8Extent extent;
+  std::string block;  // a sequence cut by the last block's end, then the next block
   for (;;) {
     const std::size_t carried = block.size();
-    block.resize(carried + blockBytes);
-    const std::size_t got = readInto(block.data() + carried, blockBytes);
+    const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(blockBytes, maxBytes - extent.bytes - carried));
+    block.resize(carried + wanted);
+    const std::size_t got = wanted == 0 ? 0 : readInto(block.data() + carried, wanted);
     block.resize(carried + got);
     const std::size_t valid = Utf8ValidLength(block);
     // A few bytes short of the end may be a sequence the next block completes: they are
     // checked again with it. At the input's end they are what they are.
     const bool maybeCut = got != 0 && block.size() - valid < 4;
     if (valid != block.size() && !maybeCut)
-      throw std::runtime_error(source + " is not UTF-8: bad byte at offset " + std::to_string(offset + valid));
-    AppendFromUtf8(std::string_view(block).substr(0, valid), text);
-    if (text.size() > maxUnits) throw tooLong();
-    if (got == 0) return text;
-    offset += valid;
+      throw std::runtime_error(source + " is not UTF-8: bad byte at offset " + std::to_string(extent.bytes + valid));
+    const std::string_view whole = std::string_view(block).substr(0, valid);
+    extent.units += Utf16Length(whole);
+    if (extent.units > maxUnits) throw tooLong();
+    take(whole);
+    if (got == 0) return extent;
+    extent.bytes += valid;
     block.erase(0, valid);
   }
+}
+
+Text ReadUtf8Input(const std::string& path, std::size_t maxUnits, std::size_t blockBytes) {
+  Text text;
+  std::error_code error;
+  // Never more units than bytes: room made once, and only what is written is touched.
+  if (path != "-" && std::filesystem::is_regular_file(path, error)) {
+    if (const std::uintmax_t size = std::filesystem::file_size(path, error); !error)
+      text.reserve(static_cast<std::size_t>(std::min<std::uintmax_t>(size, maxUnits)));
+  }
+  ReadUtf8Blocks(path, [&](std::string_view utf8) { AppendFromUtf8(utf8, text); }, maxUnits, UINT64_MAX, blockBytes);
+  return text;
 }
 
 void WriteOutputBytes(const std::string& path, const std::string& bytes) {

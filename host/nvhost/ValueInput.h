@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
+#include <functional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -22,6 +23,17 @@ std::string ReadInputBytes(const std::string& path);
 // offset of the first bad one, and once the text has more than `maxUnits` units, without
 // reading further (a file too long for what holds it fails before it fills the memory).
 Text ReadUtf8Input(const std::string& path, std::size_t maxUnits = SIZE_MAX, std::size_t blockBytes = 1 << 20);
+
+// The same reading, each block's well-formed UTF-8 (whole sequences) given to `take` once it
+// is checked, and at most `maxBytes` bytes read: a file read a second time gives what it held
+// the first, though it has grown since.
+struct Utf8Extent {
+  std::uint64_t bytes = 0;
+  std::size_t units = 0;  // UTF-16
+};
+using Utf8BlockSink = std::function<void(std::string_view utf8)>;
+Utf8Extent ReadUtf8Blocks(const std::string& path, const Utf8BlockSink& take, std::size_t maxUnits = SIZE_MAX,
+                          std::uint64_t maxBytes = UINT64_MAX, std::size_t blockBytes = 1 << 20);
 
 // Writes `bytes` to PATH (replaced whole). Throws std::runtime_error naming the file.
 void WriteOutputBytes(const std::string& path, const std::string& bytes);

@@ -115,6 +115,30 @@ int Get(Session& session, const Arguments& arguments) {
   return ExitCode::Success;
 }
 
+// A file is read twice: checked and counted, then stored as it is read again, so that a log
+// of many MiB is never whole in memory. The second reading takes only the bytes the first
+// counted (a log written to meanwhile is stored as it was), and a file changed otherwise in
+// between is refused with nothing stored.
+void StoreFile(Session& session, const Text& scenario, const Text& name, const std::string& path,
+               std::size_t maxUnits) {
+  const Utf8Extent extent = ReadUtf8Blocks(path, [](std::string_view) {}, maxUnits);
+  const auto changed = [&] { return std::runtime_error(path + " changed while it was read: nothing was stored"); };
+  ScenarioVariables variables(session.OpenRegistryForWriting());
+  variables.SetMade(scenario, name, extent.units, [&](const TextPieceSink& sink) {
+    Text piece;
+    std::size_t given = 0;
+    const auto widen = [&](std::string_view utf8) {
+      piece.clear();
+      AppendFromUtf8(utf8, piece);
+      given += piece.size();
+      if (given > extent.units) throw changed();
+      sink(piece);
+    };
+    if (ReadUtf8Blocks(path, widen, maxUnits, extent.bytes).bytes != extent.bytes || given != extent.units)
+      throw changed();
+  });
+}
+
 int Set(Session& session, const Arguments& arguments) {
   RefuseOptions(arguments, {"--output", "--json"}, "set");
   const auto& p = arguments.positional;
@@ -124,14 +148,11 @@ int Set(Session& session, const Arguments& arguments) {
   // The text and its terminator, as UTF-16, within what the registry stores.
   const std::uint64_t largest = std::max<std::uint64_t>(session.Platform().LargestValueBytes(), 2);
   const auto maxUnits = static_cast<std::size_t>(std::min<std::uint64_t>((largest - 2) / 2, SIZE_MAX / 2));
-  Text value;
   if (file) {
-    value = ReadUtf8Input(*file, maxUnits);
-  } else if (p[3] == "-") {
-    value = ReadUtf8Input("-", maxUnits);
-  } else {
-    value = FromUtf8(p[3]);
+    StoreFile(session, FromUtf8(p[1]), FromUtf8(p[2]), *file, maxUnits);
+    return ExitCode::Success;
   }
+  const Text value = p[3] == "-" ? ReadUtf8Input("-", maxUnits) : FromUtf8(p[3]);
   ScenarioVariables(session.OpenRegistryForWriting()).Set(FromUtf8(p[1]), FromUtf8(p[2]), value);
   return ExitCode::Success;
 }

@@ -50,6 +50,8 @@ class SqliteHive final : public Registry {
   RegStatus ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
                             std::uint8_t* data) override;
   RegStatus SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) override;
+  RegStatus SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,
+                         const ValueMaker& make) override;
   RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
                      std::uint32_t size) override;
   RegStatus DeleteValue(RegKey key, TextView name) override;
@@ -123,9 +125,10 @@ class SqliteHive final : public Registry {
   // read transaction, which is most of the cost); Walk goes name by name.
   RegStatus Resolve(std::int64_t& id, std::span<const TextView> names, std::size_t& found);
   RegStatus Walk(std::int64_t& id, std::span<const TextView> names, std::size_t& found);
-  // A large value written in place into a blob of zeros, so that it is never copied whole.
-  RegStatus SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, ValueParts parts,
-                          std::uint32_t size);
+  // A large value written in place into a blob of zeros, as `make` gives it, so that it is
+  // never copied whole.
+  RegStatus SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, std::uint32_t size,
+                          const ValueMaker& make);
   // The key a value may be written to under that name, or why not.
   RegStatus ValueWritable(RegKey key, TextView name, const KeyAccess*& target);
   // Success when a write may start now: outside a batch, or inside one that is still alive.

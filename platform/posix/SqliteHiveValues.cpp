@@ -135,13 +135,29 @@ RegStatus SqliteHive::ValueWritable(RegKey key, TextView name, const KeyAccess*&
   return WriteAllowed();
 }
 
+namespace {
+
+// The parts, one piece each.
+ValueMaker PartsMaker(ValueParts parts) {
+  return [parts](const ValueBytesSink& sink) {
+    for (const std::span<const std::uint8_t> part : parts) sink(part);
+  };
+}
+
+}  // namespace
+
 RegStatus SqliteHive::SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) {
   const std::optional<std::uint32_t> size = ValuePartsSize(parts);
   if (!size) return RegError::InvalidParameter;
-  if (*size < kLargeValue) return Registry::SetValueParts(key, name, type, parts);
+  return SetValueMade(key, name, type, *size, PartsMaker(parts));
+}
+
+RegStatus SqliteHive::SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,
+                                   const ValueMaker& make) {
+  if (size < kLargeValue) return Registry::SetValueMade(key, name, type, size, make);
   const KeyAccess* target = nullptr;
   if (const RegStatus status = ValueWritable(key, name, target); status != RegError::Success) return status;
-  return SetLargeValue(target->id, name, type, parts, *size);
+  return SetLargeValue(target->id, name, type, size, make);
 }
 
 RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
@@ -151,7 +167,7 @@ RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, co
   if (const RegStatus status = ValueWritable(key, name, target); status != RegError::Success) return status;
   if (size >= kLargeValue) {
     const std::span<const std::uint8_t> whole(data, size);
-    return SetLargeValue(target->id, name, type, ValueParts(&whole, 1), size);
+    return SetLargeValue(target->id, name, type, size, PartsMaker(ValueParts(&whole, 1)));
   }
   FoldName(name, folded_);
   {  // Most writes replace a value that exists (a scenario's variables, run after run): a
@@ -184,9 +200,9 @@ std::uint64_t SqliteHive::LargestValueBytes() {
   return limit > kRowRoom ? limit - kRowRoom : 0;
 }
 
-RegStatus SqliteHive::SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, ValueParts parts,
-                                     std::uint32_t size) {
-  HiveTransaction transaction(db_.get(), batchDepth_ > 0);
+RegStatus SqliteHive::SetLargeValue(std::int64_t keyId, TextView name, std::uint32_t type, std::uint32_t size,
+                                     const ValueMaker& make) {
+  HiveTransaction transaction(db_.get(), batchDepth_ > 0);  // rolled back unless committed
   int rc = transaction.Begin();
   if (rc != SQLITE_OK) return StatusFromSqlite(rc);
   FoldName(name, folded_);
@@ -207,16 +223,20 @@ RegStatus SqliteHive::SetLargeValue(std::int64_t keyId, TextView name, std::uint
     sqlite3_blob* raw = nullptr;
     rc = sqlite3_blob_open(db_.get(), "main", "vals", "data", id, 1, &raw);
     const SqliteBlob blob(raw);
+    if (rc != SQLITE_OK) return StatusFromSqlite(rc);
     std::uint32_t at = 0;  // where the next piece goes in the value
-    for (const std::span<const std::uint8_t> part : parts) {
-      for (std::size_t from = 0; rc == SQLITE_OK && from < part.size(); from += kBlobPiece) {
+    bool over = false;     // pieces past the size
+    make([&](std::span<const std::uint8_t> part) {
+      over = over || part.size() > size - at;
+      for (std::size_t from = 0; !over && rc == SQLITE_OK && from < part.size(); from += kBlobPiece) {
         const auto piece = static_cast<std::uint32_t>(std::min<std::size_t>(kBlobPiece, part.size() - from));
         rc = sqlite3_blob_write(blob.get(), part.data() + from, static_cast<int>(piece), static_cast<int>(at));
         at += piece;
       }
-    }
+    });
+    if (rc != SQLITE_OK) return StatusFromSqlite(rc);
+    if (over || at != size) return RegError::InvalidParameter;
   }
-  if (rc != SQLITE_OK) return StatusFromSqlite(rc);
   return StatusFromSqlite(transaction.Commit());
 }
 

@@ -31,7 +31,9 @@ TEST(Utf, AsciiRunsEndWhereverTheOtherUnitsBegin) {
     for (const auto& other : others) {
       const Text ascii(run, u'a');
       EXPECT_EQ(ToUtf8(ascii + other.unit + ascii), std::string(run, 'a') + other.bytes + std::string(run, 'a')) << run;
-      EXPECT_EQ(FromUtf8(std::string(run, 'a') + other.bytes + std::string(run, 'a')), ascii + other.unit + ascii);
+      const std::string bytes = std::string(run, 'a') + other.bytes + std::string(run, 'a');
+      EXPECT_EQ(FromUtf8(bytes), ascii + other.unit + ascii);
+      EXPECT_EQ(Utf16Length(bytes), 2 * run + other.unit.size());
     }
     // And a bad byte or a surrogate form after a run is found where it is.
     const std::string bad = std::string(run, 'a') + "\xFF" + std::string(run, 'a');

@@ -80,5 +80,36 @@ TEST(ValueInput, TextsLongerThanTheMostAllowedAreRefused) {
   std::filesystem::remove(path);
 }
 
+// A file read again gives only the bytes the first reading counted, though it has grown:
+// the extent says how many bytes and units were read, and a sequence cut by the limit is bad.
+TEST(ValueInput, ReadingAgainStopsWhereTheFirstReadingEnded) {
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / ("nvextch-again-" + std::to_string(std::random_device{}()) + ".txt");
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << "abc\xC3\xA9" "def\xF0\x9F\x98\x80";
+  const struct Case {
+    std::uint64_t maxBytes;
+    const char16_t* text;  // nothing: the bytes read end inside a sequence
+    std::uint64_t bytes;
+  } cases[] = {{0, u"", 0}, {3, u"abc", 3}, {4, nullptr, 0}, {5, u"abc\u00e9", 5}, {9, nullptr, 0},
+               {12, u"abc\u00e9def\U0001F600", 12}, {1000, u"abc\u00e9def\U0001F600", 12}};
+  for (const Case& c : cases) {
+    for (const std::size_t block : {1, 2, 1 << 20}) {
+      SCOPED_TRACE(testing::Message() << "at most " << c.maxBytes << " bytes, blocks of " << block);
+      Text text;
+      try {
+        const Utf8Extent extent = ReadUtf8Blocks(
+            path.string(), [&](std::string_view utf8) { AppendFromUtf8(utf8, text); }, SIZE_MAX, c.maxBytes, block);
+        ASSERT_NE(c.text, nullptr);
+        EXPECT_EQ(text, c.text);
+        EXPECT_EQ(extent.bytes, c.bytes);
+        EXPECT_EQ(extent.units, text.size());
+      } catch (const std::runtime_error& e) {
+        EXPECT_EQ(c.text, nullptr) << e.what();
+      }
+    }
+  }
+  std::filesystem::remove(path);
+}
+
 }  // namespace
 }  // namespace nv

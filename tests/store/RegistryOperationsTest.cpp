@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <span>
+#include <stdexcept>
+
 #include "common/Error.h"
 #include "store/KeyValueSnapshot.h"
+#include "store/RegistryKey.h"
 #include "store/ModuleState.h"
 #include "store/RegistryOperations.h"
 #include "store/ValueBytes.h"
@@ -108,6 +112,53 @@ TEST_F(RegistryOperations, DeleteAndExistence) {
   EXPECT_TRUE(DeleteRegistryValue(u"T", u"v"));
   EXPECT_FALSE(DeleteRegistryValue(u"T", u"V"));
   EXPECT_FALSE(GetRaw(Reg(), kTask, u"V"));
+}
+
+// A value made in pieces is the pieces joined, on either side of the size from which the hive
+// writes values in place; pieces that do not come to the size given, or a maker that fails,
+// leave the value as it was.
+TEST_F(RegistryOperations, ValuesMadeInPiecesLandWholeOrNotAtAll) {
+  constexpr std::size_t kMiB = 1 << 20;
+  UniqueRegKey key;
+  ASSERT_EQ(CreateUniqueKey(Reg(), RegRoot::LocalMachine, kTask, RegAccess::ReadWrite, key), RegError::Success);
+  const std::vector<std::uint8_t> before(5, 9);
+  PutRaw(Reg(), kTask, u"V", RegType::Binary, before);
+  const struct Case {
+    const char* name;
+    std::size_t size;    // the data made
+    std::size_t piece;   // in pieces of this many bytes
+    std::int64_t told;   // the size given to the registry, less the data's own
+    bool throws;
+  } cases[] = {
+      {"small, in small pieces", 1000, 7, 0, false},      {"large, in odd pieces", 2 * kMiB + 3, 300001, 0, false},
+      {"large, one piece", kMiB, kMiB, 0, false},         {"empty", 0, 1, 0, false},
+      {"small, one byte short", 1000, 7, 1, false},       {"large, one byte short", 2 * kMiB, 65536, 1, false},
+      {"large, one byte over", 2 * kMiB, 65536, -1, false},
+      {"large, the maker fails", 2 * kMiB, 65536, 0, true}, {"small, the maker fails", 10, 1, 0, true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    std::vector<std::uint8_t> data(c.size);
+    for (std::size_t i = 0; i < data.size(); ++i) data[i] = static_cast<std::uint8_t>(i * 7 + 3);
+    const ValueMaker make = [&](const ValueBytesSink& sink) {
+      for (std::size_t at = 0; at < data.size(); at += c.piece) {
+        sink(std::span(data).subspan(at, std::min(c.piece, data.size() - at)));
+        if (c.throws && at > data.size() / 2) throw std::runtime_error("the maker failed");
+      }
+    };
+    const auto told = static_cast<std::uint32_t>(static_cast<std::int64_t>(c.size) + c.told);
+    const bool lands = c.told == 0 && !c.throws;
+    if (c.throws) {
+      EXPECT_THROW(Reg().SetValueMade(key.Get(), u"V", RegType::Binary, told, make), std::runtime_error);
+    } else {
+      EXPECT_EQ(Reg().SetValueMade(key.Get(), u"V", RegType::Binary, told, make),
+                lands ? RegError::Success : RegError::InvalidParameter);
+    }
+    const auto stored = GetRaw(Reg(), kTask, u"V");
+    ASSERT_TRUE(stored.has_value());
+    EXPECT_TRUE(stored->data == (lands ? data : before));
+    PutRaw(Reg(), kTask, u"V", RegType::Binary, before);  // and the registry still writes
+  }
 }
 
 TEST_F(RegistryOperations, EmptyContextFailsQuietly) {
