@@ -148,11 +148,13 @@ int Set(Session& session, const Arguments& arguments) {
   // The text and its terminator, as UTF-16, within what the registry stores.
   const std::uint64_t largest = std::max<std::uint64_t>(session.Platform().LargestValueBytes(), 2);
   const auto maxUnits = static_cast<std::size_t>(std::min<std::uint64_t>((largest - 2) / 2, SIZE_MAX / 2));
-  if (file) {
-    StoreFile(session, FromUtf8(p[1]), FromUtf8(p[2]), *file, maxUnits);
+  const std::string& source = file ? *file : p[3];
+  if (file && source != "-") {
+    StoreFile(session, FromUtf8(p[1]), FromUtf8(p[2]), source, maxUnits);
     return ExitCode::Success;
   }
-  const Text value = p[3] == "-" ? ReadUtf8Input("-", maxUnits) : FromUtf8(p[3]);
+  // Standard input cannot be read twice: it is read whole, then stored.
+  const Text value = source == "-" ? ReadUtf8Input("-", maxUnits) : FromUtf8(source);
   ScenarioVariables(session.OpenRegistryForWriting()).Set(FromUtf8(p[1]), FromUtf8(p[2]), value);
   return ExitCode::Success;
 }

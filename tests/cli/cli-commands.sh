@@ -27,6 +27,8 @@ cmp -s "$work/log.txt" "$work/log.back" && ok || ko "a file read back differs"
 [ ! -s "$work/out" ] && ok || ko "--output prints nothing"
 nv var set Files Piped - <"$work/log.txt" && nv var get Files Piped --output "$work/piped.back" &&
   cmp -s "$work/log.txt" "$work/piped.back" && ok || ko "standard input read back differs"
+nv var set Files Piped --file - <"$work/log.txt" && nv var get Files Piped --output "$work/piped.back" &&
+  cmp -s "$work/log.txt" "$work/piped.back" && ok || ko "--file - reads standard input once"
 head -c 300000 /dev/zero | tr '\0' 'x' >"$work/big.txt"
 printf 'end\n' >>"$work/big.txt"
 nv var set Files Big --file "$work/big.txt" && nv var get Files Big --output "$work/big.back" &&
