@@ -50,13 +50,16 @@ std::optional<std::uint32_t> ValuePartsSize(ValueParts parts) noexcept {
   return static_cast<std::uint32_t>(size);
 }
 
+ValueMaker PartsMaker(ValueParts parts) {
+  return [parts](const ValueBytesSink& sink) {
+    for (const std::span<const std::uint8_t> part : parts) sink(part);
+  };
+}
+
 RegStatus Registry::SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) {
   const std::optional<std::uint32_t> size = ValuePartsSize(parts);
   if (!size) return RegError::InvalidParameter;
-  std::vector<std::uint8_t> joined;
-  joined.reserve(*size);
-  for (const std::span<const std::uint8_t> part : parts) joined.insert(joined.end(), part.begin(), part.end());
-  return SetValue(key, name, type, joined.data(), static_cast<std::uint32_t>(joined.size()));
+  return SetValueMade(key, name, type, *size, PartsMaker(parts));
 }
 
 RegStatus Registry::SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,

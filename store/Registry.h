@@ -123,6 +123,8 @@ std::optional<std::uint32_t> ValuePartsSize(ValueParts parts) noexcept;
 using ValueBytesSink = std::function<void(std::span<const std::uint8_t> piece)>;
 // Makes a value's data, giving it to the sink in pieces as it goes.
 using ValueMaker = std::function<void(const ValueBytesSink& sink)>;
+// The parts, one piece each; they must outlive the maker.
+ValueMaker PartsMaker(ValueParts parts);
 
 class Registry {
  public:
@@ -140,8 +142,9 @@ class Registry {
                                std::uint32_t* size) = 0;
   virtual RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,
                              std::uint32_t size) = 0;
-  // SetValue of the parts joined. A store that writes a large value piece by piece takes
-  // them as they are, and a text of many MiB is not copied to add its terminator.
+  // SetValue of the parts joined, made of them by SetValueMade: a store that writes a large
+  // value piece by piece takes them as they are, and a text of many MiB is not copied to add
+  // its terminator.
   virtual RegStatus SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts);
   // SetValue of `size` bytes that `make` gives in pieces while it makes them: a store that
   // writes a large value piece by piece never holds it whole. Pieces that do not come to

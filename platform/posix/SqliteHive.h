@@ -49,7 +49,6 @@ class SqliteHive final : public Registry {
   bool ReadsValuesInPieces() const override { return true; }
   RegStatus ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
                             std::uint8_t* data) override;
-  RegStatus SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) override;
   RegStatus SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,
                          const ValueMaker& make) override;
   RegStatus SetValue(RegKey key, TextView name, std::uint32_t type, const std::uint8_t* data,

@@ -135,23 +135,6 @@ RegStatus SqliteHive::ValueWritable(RegKey key, TextView name, const KeyAccess*&
   return WriteAllowed();
 }
 
-namespace {
-
-// The parts, one piece each.
-ValueMaker PartsMaker(ValueParts parts) {
-  return [parts](const ValueBytesSink& sink) {
-    for (const std::span<const std::uint8_t> part : parts) sink(part);
-  };
-}
-
-}  // namespace
-
-RegStatus SqliteHive::SetValueParts(RegKey key, TextView name, std::uint32_t type, ValueParts parts) {
-  const std::optional<std::uint32_t> size = ValuePartsSize(parts);
-  if (!size) return RegError::InvalidParameter;
-  return SetValueMade(key, name, type, *size, PartsMaker(parts));
-}
-
 RegStatus SqliteHive::SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,
                                    const ValueMaker& make) {
   if (size < kLargeValue) return Registry::SetValueMade(key, name, type, size, make);
