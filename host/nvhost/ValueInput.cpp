@@ -1,9 +1,8 @@
 #include "host/nvhost/ValueInput.h"
 
-#include <cstdint>
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -100,22 +99,8 @@ Utf8Extent ReadUtf8Blocks(const std::string& path, const Utf8BlockSink& take, st
 
 Text ReadUtf8Input(const std::string& path, std::size_t maxUnits, std::size_t blockBytes) {
   Text text;
-  std::error_code error;
-  // Never more units than bytes: room made once, and only what is written is touched.
-  if (path != "-" && std::filesystem::is_regular_file(path, error)) {
-    if (const std::uintmax_t size = std::filesystem::file_size(path, error); !error)
-      text.reserve(static_cast<std::size_t>(std::min<std::uintmax_t>(size, maxUnits)));
-  }
   ReadUtf8Blocks(path, [&](std::string_view utf8) { AppendFromUtf8(utf8, text); }, maxUnits, UINT64_MAX, blockBytes);
   return text;
-}
-
-void WriteOutputBytes(const std::string& path, const std::string& bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (!out) throw std::runtime_error("cannot write " + path);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  if (!out) throw std::runtime_error("cannot write " + path);
 }
 
 void OutputBytes::Write(std::string_view bytes) {

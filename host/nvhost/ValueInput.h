@@ -1,6 +1,6 @@
 #pragma once
-// Values and files in and out of nvhost byte for byte: a file or standard input read whole,
-// UTF-8 checked; a value written to a file with nothing added.
+// Values and files in and out of nvhost byte for byte: a file or standard input read in
+// blocks, UTF-8 checked; a value written to a file with nothing added.
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
@@ -34,9 +34,6 @@ struct Utf8Extent {
 using Utf8BlockSink = std::function<void(std::string_view utf8)>;
 Utf8Extent ReadUtf8Blocks(const std::string& path, const Utf8BlockSink& take, std::size_t maxUnits = SIZE_MAX,
                           std::uint64_t maxBytes = UINT64_MAX, std::size_t blockBytes = 1 << 20);
-
-// Writes `bytes` to PATH (replaced whole). Throws std::runtime_error naming the file.
-void WriteOutputBytes(const std::string& path, const std::string& bytes);
 
 // Bytes written as they are made, to a stream or to PATH, which is made (or replaced) only at
 // the first write: a command that finds nothing to write leaves an existing file as it was.

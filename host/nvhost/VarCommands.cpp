@@ -88,29 +88,24 @@ int Get(Session& session, const Arguments& arguments) {
   const ReadingScope reading(registry);  // the JSON and --output give the same value
   ScenarioVariables variables(registry);
   const auto output = arguments.Value("--output");
-  if (!arguments.Has("--json")) {
-    // A log of many MiB goes out as it is read, never held whole in memory.
-    OutputBytes out = output ? OutputBytes(*output) : OutputBytes(session.Out());
-    ValueOutput utf8(out);
-    if (!WriteFoundVariable(variables, p[1], p[2], utf8)) return NoVariable(session, p);
-    if (output) {
-      out.Close();
-    } else {
-      session.Out() << "\n";
-    }
-    return ExitCode::Success;
+  const bool json = arguments.Has("--json");
+  // Each read as it is written, never whole: the JSON first, then the value alone, to --output
+  // or, without --json, to standard output.
+  if (json) {
+    OutputBytes out(session.Out());
+    const std::string opening =
+        "{" + JsonMember("scenario", JsonString(p[1])) + "," + JsonMember("name", JsonString(p[2])) + ",";
+    if (!WriteJsonVariable(variables, p[1], p[2], opening, out)) return NoVariable(session, p);
+    out.Write("\n");
   }
-  // The JSON, then the value alone to --output: each read as it is written, never whole.
-  OutputBytes json(session.Out());
-  const std::string opening =
-      "{" + JsonMember("scenario", JsonString(p[1])) + "," + JsonMember("name", JsonString(p[2])) + ",";
-  if (!WriteJsonVariable(variables, p[1], p[2], opening, json)) return NoVariable(session, p);
-  json.Write("\n");
+  if (!output && json) return ExitCode::Success;
+  OutputBytes out = output ? OutputBytes(*output) : OutputBytes(session.Out());
+  ValueOutput utf8(out);
+  if (!WriteFoundVariable(variables, p[1], p[2], utf8)) return NoVariable(session, p);
   if (output) {
-    OutputBytes out(*output);
-    ValueOutput utf8(out);
-    if (!WriteFoundVariable(variables, p[1], p[2], utf8)) return NoVariable(session, p);
     out.Close();
+  } else {
+    session.Out() << "\n";
   }
   return ExitCode::Success;
 }
