@@ -556,6 +556,8 @@ TEST_F(Hive, LongTextsAreReadInTheStretchesChosen) {
           const PieceCut cut(text, std::move(scanned));
           EXPECT_EQ(cut.LastIndex(), whole.LastIndex());
           for (std::size_t i = 0; i <= std::min<std::size_t>(cut.LastIndex(), 2); ++i) {
+            // A cut keeps the ends of the pieces within its reach of either end, no others.
+            if (i >= c.reach && cut.LastIndex() - i >= c.reach) continue;
             const TextView piece = cut.Piece(i);
             const auto at = static_cast<std::size_t>(piece.data() - text.data());
             EXPECT_EQ(at, static_cast<std::size_t>(whole.Piece(i).data() - whole.Whole().data()));
