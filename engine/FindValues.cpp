@@ -26,14 +26,8 @@ void FindValues(Text& text, Text& mask, TextView filter, std::int16_t& start, st
     text.erase(0, static_cast<std::size_t>(first - 1));
   }
 
-  Text upperText;
-  TextView workText = text;
-  if (!caseSensitive) {
-    upperText = UpperCase(text);
-    workText = upperText;
-    UpperCaseInPlace(mask);
-  }
-  MatchMask(text, workText, SplitMask(mask, filter), trim, values);
+  if (!caseSensitive) UpperCaseInPlace(mask);
+  MatchMask(text, !caseSensitive, SplitMask(mask, filter), trim, values);
 }
 
 }  // namespace nv
