@@ -287,6 +287,13 @@ class Utf8WritingSink final : public ValueSink {
   std::size_t pending_ = 0;
 };
 
+// A stored text's terminator, and its units as they lie in memory, which on a little-endian
+// machine are already the bytes the registry stores.
+constexpr std::uint8_t kTerminator[2] = {0, 0};
+std::span<const std::uint8_t> OwnBytes(TextView units) noexcept {
+  return {reinterpret_cast<const std::uint8_t*>(units.data()), units.size() * sizeof(char16_t)};
+}
+
 }  // namespace
 
 std::optional<PartlyReadText> ReadStoredTextPartly(Registry& registry, RegKey key, TextView name,
@@ -338,9 +345,7 @@ RegStatus WriteStoredValueAsUtf8(Registry& registry, RegKey key, TextView name, 
 RegStatus WriteStoredText(Registry& registry, RegKey key, TextView name, TextView value) {
   if constexpr (std::endian::native == std::endian::little) {
     // The text's own bytes and a terminator after them: a variable of many MiB is not copied.
-    static constexpr std::uint8_t kTerminator[2] = {0, 0};
-    const std::span<const std::uint8_t> parts[] = {
-        {reinterpret_cast<const std::uint8_t*>(value.data()), value.size() * sizeof(char16_t)}, kTerminator};
+    const std::span<const std::uint8_t> parts[] = {OwnBytes(value), kTerminator};
     return registry.SetValueParts(key, name, RegType::Sz, parts);
   }
   const std::vector<std::uint8_t> data = BytesFromText(value);
@@ -353,13 +358,12 @@ RegStatus WriteStoredTextMade(Registry& registry, RegKey key, TextView name, std
   return registry.SetValueMade(key, name, RegType::Sz, size, [&](const ValueBytesSink& bytes) {
     make([&](TextView piece) {
       if constexpr (std::endian::native == std::endian::little) {
-        bytes({reinterpret_cast<const std::uint8_t*>(piece.data()), piece.size() * sizeof(char16_t)});
+        bytes(OwnBytes(piece));
       } else {
         const std::vector<std::uint8_t> data = BytesFromText(piece);
         bytes(std::span(data).first(data.size() - 2));
       }
     });
-    static constexpr std::uint8_t kTerminator[2] = {0, 0};
     bytes(kTerminator);
   });
 }

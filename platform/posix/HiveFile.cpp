@@ -86,13 +86,8 @@ std::string Busy() {
 std::string Detail(sqlite3* db) { return sqlite3_errmsg(db); }
 
 SqliteDb Connect(const std::string& path, int flags, const std::string& name) {
-  // The library's count of its own memory takes a global lock on every allocation, and
-  // nothing here reads it. Set once, before the library starts; refused (and harmless) if
-  // it had started already.
-  [[maybe_unused]] static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
-  sqlite3* raw = nullptr;
-  const int rc = sqlite3_open_v2(name.c_str(), &raw, flags, nullptr);
-  SqliteDb db(raw);
+  SqliteDb db;
+  const int rc = OpenSqlite(name, flags, db);
   if (rc != SQLITE_OK) Fail(path, "cannot be opened: " + (db ? Detail(db.get()) : std::string(sqlite3_errstr(rc))));
   sqlite3_extended_result_codes(db.get(), 1);
   sqlite3_busy_timeout(db.get(), kBusyTimeoutMs);

@@ -175,9 +175,8 @@ RegStatus SqliteHive::SetValue(RegKey key, TextView name, std::uint32_t type, co
 
 std::uint64_t SqliteHive::LargestValueBytes() {
   // The limit is the library's, the same for every connection: an empty one in memory tells it.
-  sqlite3* raw = nullptr;
-  const int rc = sqlite3_open_v2(":memory:", &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr);
-  const SqliteDb db(raw);
+  SqliteDb db;
+  const int rc = OpenSqlite(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, db);
   constexpr std::uint64_t kRowRoom = 128 * 1024;  // a 16,383-unit name twice (as UTF-8 and folded), and headers
   const auto limit = rc == SQLITE_OK ? static_cast<std::uint64_t>(sqlite3_limit(db.get(), SQLITE_LIMIT_LENGTH, -1)) : 0;
   return limit > kRowRoom ? limit - kRowRoom : 0;
