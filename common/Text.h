@@ -12,5 +12,7 @@ using TextView = std::u16string_view;
 
 // Decimal text of a signed number, as the automation runtime writes it ("-12").
 Text DecimalText(std::int64_t value);
+// The same at the end of `text`, with no text of its own made.
+void AppendDecimal(Text& text, std::int64_t value);
 
 }  // namespace nv

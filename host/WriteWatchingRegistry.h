@@ -52,6 +52,7 @@ class WriteWatchingRegistry final : public Registry {
     return inner_.ReadValue(key, name, sink);
   }
   bool ReadsValuesInPieces() const override { return inner_.ReadsValuesInPieces(); }
+  bool ValueNamesUniqueUpperCased() const override { return inner_.ValueNamesUniqueUpperCased(); }
   RegStatus ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
                             std::uint8_t* data) override {
     return inner_.ReadValueRanges(key, name, size, ranges, data);

@@ -4,6 +4,13 @@
 #include "store/RegistryOperations.h"
 
 namespace nv {
+namespace {
+
+// A walk compares sizes first and costs a few microseconds over a thousand-field task; a
+// key read out of its order pays for the index once these are spent.
+constexpr std::size_t kWalksBeforeIndex = 8;
+
+}  // namespace
 
 bool KeyValueSnapshot::Names(const Entry& entry, TextView name) const noexcept {
   if (entry.size != name.size()) return false;
@@ -26,9 +33,18 @@ KeyValueSnapshot::KeyValueSnapshot(Registry& registry, RegKey key) : registry_(r
     entries_.clear();
     return;
   }
-  // Upper-cased in one pass, and indexed now that folded_ no longer moves.
   folded_ = names_;
   UpperCaseInPlace(folded_);
+  // Elsewhere two names may meet once upper-cased: they are found out before any read.
+  if (registry.ValueNamesUniqueUpperCased()) {
+    walksLeft_ = kWalksBeforeIndex;
+  } else {
+    BuildIndex();
+  }
+}
+
+void KeyValueSnapshot::BuildIndex() {
+  indexed_ = true;
   index_.reserve(entries_.size());
   for (std::size_t i = 0; i < entries_.size(); ++i) {
     const auto [found, added] = index_.try_emplace(Folded(entries_[i]), i);
@@ -39,10 +55,26 @@ KeyValueSnapshot::KeyValueSnapshot(Registry& registry, RegKey key) : registry_(r
   }
 }
 
+const KeyValueSnapshot::Entry* KeyValueSnapshot::Walk(TextView name) {
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    if (Names(entries_[i], name)) {
+      next_ = i + 1;
+      return &entries_[i];
+    }
+  }
+  return nullptr;
+}
+
 Variant KeyValueSnapshot::Read(TextView name) {
   if (next_ < entries_.size() && !entries_[next_].ambiguous && Names(entries_[next_], name)) {
     return entries_[next_++].value;
   }
+  if (!indexed_ && walksLeft_ > 0) {
+    --walksLeft_;
+    if (const Entry* entry = Walk(name)) return entry->value;
+    return ReadRegistryValueFromKey(registry_, key_, name);
+  }
+  if (!indexed_) BuildIndex();
   asked_.assign(name);
   UpperCaseInPlace(asked_);
   const auto found = index_.find(asked_);

@@ -34,14 +34,23 @@ class KeyValueSnapshot {
   TextView Folded(const Entry& entry) const noexcept { return TextView(folded_).substr(entry.at, entry.size); }
   // The entry names `name`, most often as written, else once both are upper-cased.
   bool Names(const Entry& entry, TextView name) const noexcept;
+  // Folded name -> entry for every entry, each name given twice marked ambiguous.
+  void BuildIndex();
+  // Where the index is not built yet: the entry that names `name`, found by a walk.
+  const Entry* Walk(TextView name);
 
   Registry& registry_;
   RegKey key_;
   std::vector<Entry> entries_;  // in enumeration order
   Text names_;                  // every name, one after the other: one allocation for all
   Text folded_;                 // the same upper-cased
-  std::unordered_map<TextView, std::size_t> index_;  // folded name -> entry, viewing folded_
-  Text asked_;                                       // the name looked up, upper-cased
+  // Folded name -> entry, viewing folded_. Where the registry keeps names unique once
+  // upper-cased, it is built only after a few names were not where the order put them: a
+  // load then walks past the few absent names instead of indexing thousands of present ones.
+  std::unordered_map<TextView, std::size_t> index_;
+  bool indexed_ = false;
+  std::size_t walksLeft_ = 0;
+  Text asked_;  // the name looked up, upper-cased
   // A task is read in the order it was written, which is the enumeration's: the next name
   // asked for is most often the entry after the last one found, and costs no look-up.
   std::size_t next_ = 0;

@@ -185,6 +185,9 @@ class Registry {
   virtual RegStatus ReadValue(RegKey key, TextView name, ValueSink& sink);
   // Whether ReadValue gives a large value in pieces and ReadValueRanges reads the ranges alone.
   virtual bool ReadsValuesInPieces() const { return false; }
+  // Whether no two values of a key have names equal once upper-cased unit by unit
+  // (UpperChar): a reader may then take the first name that matches as the only one.
+  virtual bool ValueNamesUniqueUpperCased() const { return false; }
   // The bytes of `ranges` of a value of `size` bytes into the same places of `data`, a buffer
   // of that size; the rest of `data` is left as it is. BadDatabase when the value now has
   // another size. This one reads the value whole and copies the ranges.

@@ -30,7 +30,7 @@ Text FieldValueName(std::int32_t index, TextView suffix) {
 
 void FieldValueNameInto(std::int32_t index, TextView suffix, Text& name) {
   name.assign(u"Fields(");
-  name += DecimalText(index);
+  AppendDecimal(name, index);
   name += suffix;
 }
 

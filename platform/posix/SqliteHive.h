@@ -47,6 +47,8 @@ class SqliteHive final : public Registry {
   RegStatus QueryValue(RegKey key, TextView name, std::uint32_t* type, std::uint8_t* data,
                        std::uint32_t* size) override;
   bool ReadsValuesInPieces() const override { return true; }
+  // A key's values are unique by their folded names, and folding is UpperChar.
+  bool ValueNamesUniqueUpperCased() const override { return true; }
   RegStatus ReadValueRanges(RegKey key, TextView name, std::uint32_t size, std::span<const ByteRange> ranges,
                             std::uint8_t* data) override;
   RegStatus SetValueMade(RegKey key, TextView name, std::uint32_t type, std::uint32_t size,

@@ -3,7 +3,9 @@
 #include <span>
 #include <stdexcept>
 
+#include "common/CaseMapping.h"
 #include "common/Error.h"
+#include "common/Utf.h"
 #include "store/KeyValueSnapshot.h"
 #include "store/RegistryKey.h"
 #include "store/ModuleState.h"
@@ -63,6 +65,46 @@ TEST_F(RegistryOperations, ReadFollowsTheReaderRules) {
   }
   EXPECT_EQ(ReadRegistryValue(u"T", u"Missing"), Variant::FromText(u""));
   EXPECT_EQ(ReadRegistryValue(u"Nowhere", u"V"), Variant::FromText(u""));
+}
+
+// A loader reads mostly in the written order; any other order, case or absent name must give
+// the answers of one read each, whether the snapshot finds them in order, by walking or by its
+// index (built once enough names were out of order).
+TEST_F(RegistryOperations, SnapshotAnswersAsSingleReadsInAnyOrder) {
+  std::vector<Text> written;
+  for (int i = 0; i < 24; ++i) written.push_back(u"Fields(" + DecimalText(i) + u").Var");
+  for (const Text& name : written) PutText(Reg(), kTask, name, u"@" + name);
+  PutDword(Reg(), kTask, u"Élan", 7);
+
+  std::vector<Text> reversed(written.rbegin(), written.rend());
+  std::vector<Text> absentBetween;
+  for (const Text& name : written) {
+    absentBetween.push_back(name);
+    absentBetween.push_back(u"Absent" + name);
+  }
+  std::vector<Text> otherCase;
+  for (Text name : written) {
+    UpperCaseInPlace(name);
+    otherCase.push_back(name);
+  }
+  const struct {
+    const char* what;
+    std::vector<Text> names;
+  } cases[] = {
+      {"in order", written},
+      {"in reverse", reversed},
+      {"an absent name before each", absentBetween},
+      {"upper-cased", otherCase},
+      {"accented name in either case, twice each", {u"élan", u"ÉLAN", u"Élan", u"Fields(3).Var", u"fields(3).var"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    RegKey key = 0;
+    ASSERT_TRUE(OpenRegistryKey(u"T", RegAccess::QueryValue, key));
+    KeyValueSnapshot snapshot(Reg(), key);
+    for (const Text& name : c.names) EXPECT_EQ(snapshot.Read(name), ReadRegistryValue(u"T", name)) << ToUtf8(name);
+    CloseRegistryKey(key);
+  }
 }
 
 TEST_F(RegistryOperations, WriteByKind) {
