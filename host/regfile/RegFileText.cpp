@@ -1,6 +1,7 @@
 #include "host/regfile/RegFileText.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #include "common/Utf.h"
@@ -83,6 +84,10 @@ void RegLineReader::Decode(std::string_view raw, std::size_t number, Text& line)
   if (utf16_) {
     const std::size_t old = line.size();
     line.resize(old + raw.size() / 2);
+    if constexpr (std::endian::native == std::endian::little) {
+      std::memcpy(line.data() + old, raw.data(), raw.size() / 2 * 2);  // the file's units as they lie
+      return;
+    }
     for (std::size_t i = 0; i < raw.size() / 2; ++i) {
       line[old + i] = static_cast<char16_t>(static_cast<unsigned char>(raw[2 * i]) |
                                             static_cast<unsigned char>(raw[2 * i + 1]) << 8);
@@ -106,14 +111,29 @@ bool RegLineReader::Next(Text& line) {
   bool any = false;
   std::size_t scanned = begin_;
   for (;;) {
-    for (; scanned + step <= end_; scanned += step) {
-      if (buffer_[scanned] == '\n' && (!utf16_ || buffer_[scanned + 1] == '\0')) {
+    while (scanned + step <= end_) {
+      // memchr finds a candidate byte far faster than a loop; in UTF-16 it must begin a unit
+      // and be followed by a zero.
+      const void* found = std::memchr(buffer_.data() + scanned, '\n', end_ - scanned);
+      if (found == nullptr) {
+        scanned = end_ - (end_ - begin_) % step;  // every whole unit looked at
+        break;
+      }
+      const std::size_t at = static_cast<std::size_t>(static_cast<const char*>(found) - buffer_.data());
+      if (utf16_ && (at - begin_) % 2 != 0) {
+        scanned = at + 1;  // the high byte of a unit: the next unit starts after it
+        continue;
+      }
+      scanned = at;
+      if (scanned + step > end_) break;  // its high byte is not read yet: looked at again after Fill
+      if (!utf16_ || buffer_[scanned + 1] == '\0') {
         Decode(std::string_view(buffer_.data() + begin_, scanned - begin_), number, line);
         begin_ = scanned + step;
         while (!line.empty() && line.back() == u'\r') line.pop_back();
         lineNumber_ = number;
         return true;
       }
+      scanned += step;  // in UTF-16, a unit whose low byte only is a line feed
     }
     if (scanned - begin_ >= kChunk) {
       std::size_t cut = scanned;

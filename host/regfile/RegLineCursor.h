@@ -22,6 +22,8 @@ class RegLineCursor {
   char16_t Next() noexcept { return AtEnd() ? u'\0' : line_[position_++]; }
   TextView Rest() const noexcept { return TextView(line_).substr(AtEnd() ? line_.size() : position_); }
 
+  // Moves `units` on; the caller has read them through Rest().
+  void Skip(std::size_t units) noexcept { position_ += units; }
   void SkipBlanks() noexcept {
     while (!AtEnd() && (Peek() == u' ' || Peek() == u'\t')) ++position_;
   }

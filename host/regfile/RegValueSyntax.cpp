@@ -1,11 +1,13 @@
 #include "host/regfile/RegValueSyntax.h"
 
+#include <array>
+
 #include "common/Utf.h"
 
 namespace nv {
 namespace {
 
-int HexDigit(char16_t c) {
+constexpr int HexDigit(char16_t c) {
   if (c >= u'0' && c <= u'9') return c - u'0';
   if (c >= u'a' && c <= u'f') return c - u'a' + 10;
   if (c >= u'A' && c <= u'F') return c - u'A' + 10;
@@ -25,11 +27,33 @@ bool ReadHexNumber(RegLineCursor& cursor, int maxDigits, std::uint32_t& value) {
 
 std::string Shown(TextView text) { return "\"" + ToUtf8(text.substr(0, 24)) + (text.size() > 24 ? "...\"" : "\""); }
 
+// The bytes of the run of "xx," at the start of `rest`, as regedit writes them: the form of
+// nearly every byte of a long value, read without the general rules below. Gives the units
+// read; whatever else comes (one digit, blanks, the last byte, a fault) is left to those.
+std::size_t ReadByteRun(TextView rest, std::vector<std::uint8_t>& bytes) {
+  static constexpr auto kDigits = [] {
+    std::array<std::int8_t, 128> digits{};
+    digits.fill(-1);
+    for (int c = 0; c < 128; ++c) digits[static_cast<std::size_t>(c)] = static_cast<std::int8_t>(HexDigit(static_cast<char16_t>(c)));
+    return digits;
+  }();
+  const auto digit = [](char16_t c) { return c < 128 ? kDigits[c] : -1; };
+  std::size_t at = 0;
+  for (; at + 3 <= rest.size() && rest[at + 2] == u','; at += 3) {
+    const int high = digit(rest[at]);
+    const int low = digit(rest[at + 1]);
+    if ((high | low) < 0) break;
+    bytes.push_back(static_cast<std::uint8_t>(high << 4 | low));
+  }
+  return at;
+}
+
 std::vector<std::uint8_t> ReadHexList(RegLineCursor& cursor) {
   std::vector<std::uint8_t> bytes;
   bool comma = true;
   for (;;) {
     cursor.SkipBlanks();
+    if (comma) cursor.Skip(ReadByteRun(cursor.Rest(), bytes));  // still after a comma if it read any
     if (cursor.AtContinuation()) {
       if (!cursor.NextLine()) cursor.Fail("the last line ends with \\ but nothing follows");
       continue;

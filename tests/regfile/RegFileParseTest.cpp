@@ -4,6 +4,7 @@
 
 #include "common/Utf.h"
 #include "host/regfile/RegFile.h"
+#include "host/regfile/RegFileText.h"
 
 namespace nv {
 namespace {
@@ -140,6 +141,52 @@ TEST(RegFileParse, EveryEditorsLineEndsAreRead) {
         EXPECT_EQ(operations[i].data, expected[i].data);
         EXPECT_EQ(operations[i].name, expected[i].name);
       }
+    }
+  }
+}
+
+// Gives the file in pieces of a fixed size, as a pipe may: a line end, or the two bytes of
+// one UTF-16 unit, may then be cut anywhere.
+class BytesInPieces final : public RegByteSource {
+ public:
+  BytesInPieces(std::string_view bytes, std::size_t piece) : bytes_(bytes), piece_(piece) {}
+  std::size_t Read(char* buffer, std::size_t size) override { return bytes_.Read(buffer, std::min(size, piece_)); }
+
+ private:
+  RegBytesInMemory bytes_;
+  std::size_t piece_;
+};
+
+// Units with a line-feed byte (U+0A05, U+010A, U+0A0A), even one followed by a zero byte
+// (U+0A05 U+0100), end no line in UTF-16; long texts and hex lists put the lines across the
+// reader's 64 KiB blocks at every offset.
+TEST(RegFileParse, LinesAreFoundWhereverTheBytesAreCut) {
+  const Text tricky = u"\u0a05\u0100\u010a\u0a0a end";
+  Text longText;
+  while (longText.size() < 70000) longText += u"\u0a05\u0100x\u010a";
+  Bytes hex;
+  std::string hexLines = "\"a\"=hex:";
+  for (int i = 0; i < 30000; ++i) {
+    hex.push_back(static_cast<std::uint8_t>(i * 7));
+    static constexpr char kDigits[] = "0123456789abcdef";
+    hexLines += std::string{kDigits[hex.back() >> 4], kDigits[hex.back() & 15]};
+    hexLines += i + 1 == 30000 ? "\r\n" : (i % 25 == 24 ? ",\\\r\n  " : ",");
+  }
+  const std::string file = kHeader + "[HKEY_LOCAL_MACHINE\\T]\r\n\"t\"=\"" + ToUtf8(tricky) + "\"\r\n" + hexLines +
+                           "\"long\"=\"" + ToUtf8(longText) + "\"\n\"z\"=dword:00000001\r\n";
+  for (const std::string& form : {file, AsUtf16File(file)}) {
+    for (const std::size_t piece : {std::size_t{1}, std::size_t{3}, std::size_t{4097}, std::size_t{1} << 20}) {
+      SCOPED_TRACE(std::to_string(form.size()) + " bytes in pieces of " + std::to_string(piece));
+      BytesInPieces source(form, piece);
+      std::vector<RegFileOperation> operations;
+      ReadRegFile(source, [&](RegFileOperation& operation) { operations.push_back(std::move(operation)); });
+      ASSERT_EQ(operations.size(), 5u);
+      EXPECT_EQ(operations[1].text, tricky);
+      EXPECT_EQ(operations[2].data, hex);
+      EXPECT_EQ(operations[2].line, 5u);
+      EXPECT_EQ(operations[3].text, longText);
+      EXPECT_EQ(operations[3].line, 5u + 30000 / 25);
+      EXPECT_EQ(operations[4].data, (Bytes{1, 0, 0, 0}));
     }
   }
 }
