@@ -1,3 +1,5 @@
+#include <array>
+#include <bit>
 #include <functional>
 #include <set>
 #include <string_view>
@@ -66,9 +68,13 @@ struct Export {
     if (!utf16) {
       write(ToUtf8(out));
     } else {
-      const std::vector<std::uint8_t> bytes = Utf16Bytes(out, false);
       if (!started) write("\xFF\xFE");
-      write(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+      if constexpr (std::endian::native == std::endian::little) {
+        write(std::string_view(reinterpret_cast<const char*>(out.data()), out.size() * sizeof(char16_t)));
+      } else {
+        const std::vector<std::uint8_t> bytes = Utf16Bytes(out, false);
+        write(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+      }
     }
     started = true;
     out.clear();
@@ -104,9 +110,15 @@ void AppendHex(Text& out, std::uint32_t number, int digits) {
 }
 
 void AppendHexList(Export& exporting, Text line, const std::vector<std::uint8_t>& data) {
+  // Each byte's two digits made once: a value of many MiB is mostly these.
+  static constexpr auto kPairs = [] {
+    std::array<std::array<char16_t, 2>, 256> pairs{};
+    for (std::size_t b = 0; b < 256; ++b) pairs[b] = {u"0123456789abcdef"[b >> 4], u"0123456789abcdef"[b & 15]};
+    return pairs;
+  }();
   Text& out = exporting.out;
   for (std::size_t i = 0; i < data.size(); ++i) {
-    AppendHex(line, data[i], 2);
+    line.append(kPairs[data[i]].data(), 2);
     if (i + 1 == data.size()) break;
     line.push_back(u',');
     if (line.size() + 3 > kHexLineWidth) {

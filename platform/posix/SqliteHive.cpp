@@ -72,12 +72,12 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
   statements_.updateValue = Prepare(d, "UPDATE vals SET type = ?3, data = ?4 WHERE key = ?1 AND folded = ?2");
   statements_.deleteValue = Prepare(d, "DELETE FROM vals WHERE key = ?1 AND folded = ?2");
   statements_.valueId = Prepare(d, "SELECT id FROM vals WHERE key = ?1 AND folded = ?2");
-  statements_.enumValue = Prepare(d,
-                                  "SELECT name, type, data, id, (SELECT data_version FROM pragma_data_version) "
-                                  "FROM vals WHERE key = ?1 ORDER BY id LIMIT 1 OFFSET ?2");
-  statements_.enumValueAfter = Prepare(d,
-                                       "SELECT name, type, data, id, (SELECT data_version FROM pragma_data_version) "
-                                       "FROM vals WHERE key = ?1 AND id > ?2 ORDER BY id LIMIT 1");
+  // A large value is left in its pages, as for queryValue, and read straight into the caller's
+  // buffer: the library would otherwise make a copy of it first.
+  const std::string enumColumns = "SELECT name, type, CASE WHEN length(data) <= " + std::to_string(kInlineValueBytes) +
+                                  " THEN data END, id, (SELECT data_version FROM pragma_data_version), length(data) ";
+  statements_.enumValue = Prepare(d, enumColumns + "FROM vals WHERE key = ?1 ORDER BY id LIMIT 1 OFFSET ?2");
+  statements_.enumValueAfter = Prepare(d, enumColumns + "FROM vals WHERE key = ?1 AND id > ?2 ORDER BY id LIMIT 1");
   statements_.visitValues = Prepare(d,
                                     "SELECT name, type, length(data), CASE WHEN length(data) <= ?2 THEN data END "
                                     "FROM vals WHERE key = ?1 ORDER BY id");

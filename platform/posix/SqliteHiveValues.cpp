@@ -239,18 +239,25 @@ RegStatus SqliteHive::EnumValue(RegKey key, std::uint32_t index, Text& name, std
   KeyAccess* target = Lookup(key);
   if (target == nullptr) return RegError::InvalidHandle;
   if ((target->access & RegAccess::QueryValue) == 0) return RegError::AccessDenied;
+  // Inside the statement's read transaction, so that a large value is the row's.
   const auto take = [&](const StatementRun& run) {
     name = run.TextColumn(0);
     type = static_cast<std::uint32_t>(run.Int(1));
-    const auto bytes = run.Blob(2);
-    data.assign(bytes.begin(), bytes.end());
+    const auto size = static_cast<std::uint32_t>(run.Int(5));
+    if (size <= kInlineValueBytes) {
+      const auto bytes = run.Blob(2);
+      data.assign(bytes.begin(), bytes.end());
+      return RegError::Success;
+    }
+    data.resize(size);
+    return ReadLargeValue(run.Int(3), data.data(), size);
   };
   EnumCursor& cursor = target->values;
   if (Continues(cursor, index)) {
     StatementRun run(statements_.enumValueAfter);
     const int rc = run.Bind(1, target->id).Bind(2, cursor.lastId).Step();
     if (rc == SQLITE_ROW && run.Int(4) == cursor.dataVersion) {
-      take(run);
+      if (const RegStatus status = take(run); status != RegError::Success) return status;
       cursor.lastId = run.Int(3);
       cursor.index = index;
       return RegError::Success;
@@ -263,7 +270,10 @@ RegStatus SqliteHive::EnumValue(RegKey key, std::uint32_t index, Text& name, std
     cursor.index = -1;
     return rc == SQLITE_DONE ? UnlessDeleted(target->id, RegError::NoMoreItems) : StatusFromSqlite(rc);
   }
-  take(run);
+  if (const RegStatus status = take(run); status != RegError::Success) {
+    cursor.index = -1;
+    return status;
+  }
   cursor = {index, run.Int(3), {}, run.Int(4), sqlite3_total_changes64(db_.get())};
   return RegError::Success;
 }

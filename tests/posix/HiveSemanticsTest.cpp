@@ -136,6 +136,29 @@ TEST_F(Hive, ValuesKeepTypeAndBytes) {
   EXPECT_EQ(hive_->SetValue(key, u"x", RegType::Binary, nullptr, 3), RegError::NoAccess);
 }
 
+// Enumeration gives each value's bytes whole on either side of the size from which the hive
+// reads a value from its pages, whether it steps on from the last index or starts afresh.
+TEST_F(Hive, EnumerationGivesLargeValuesWhole) {
+  const RegKey key = Key(u"L");
+  std::vector<Bytes> written;
+  for (const std::size_t size : {std::size_t{65535}, std::size_t{65536}, std::size_t{65537}, std::size_t{3} << 20}) {
+    Bytes data(size);
+    for (std::size_t i = 0; i < size; ++i) data[i] = static_cast<std::uint8_t>(i * 31 + size);
+    ASSERT_EQ(Set(key, u"v" + DecimalText(static_cast<std::int64_t>(size)), data), ok);
+    written.push_back(std::move(data));
+  }
+  Text name;
+  std::uint32_t type = 0;
+  Bytes data;
+  for (const std::uint32_t index : {0u, 1u, 2u, 3u, 3u, 1u, 3u}) {
+    SCOPED_TRACE(index);
+    ASSERT_EQ(hive_->EnumValue(key, index, name, type, data), ok);
+    EXPECT_EQ(name, u"v" + DecimalText(static_cast<std::int64_t>(written[index].size())));
+    EXPECT_TRUE(data == written[index]);
+  }
+  EXPECT_EQ(hive_->EnumValue(key, 4, name, type, data), RegError::NoMoreItems);
+}
+
 TEST_F(Hive, EnumerationOrder) {
   const RegKey key = Key(u"E");
   for (TextView name : {u"b", u"A", u"c", u"_", u"ä"}) Key(Text(u"E\\") + Text(name));
