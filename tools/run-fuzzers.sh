@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
-# Builds the fuzz preset and runs each engine fuzzer for a bounded time: $1 seconds each
-# (default 20). Fails at the first crash, sanitizer report or difference between the engine
-# and its reference; the input that caused it is kept beside the fuzzer's corpus.
+# Builds the fuzz preset and runs each fuzzer for a bounded time: $1 seconds each (default 20).
+# Fails at the first crash, sanitizer report or difference (between the engine and its
+# reference, or between a regedit file read whole and in pieces); the input that caused it is
+# kept beside the fuzzer's corpus.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 seconds="${1:-20}"
-fuzzers=(FuzzSplit FuzzExtractPieces FuzzFindValues)
+fuzzers=(FuzzSplit FuzzExtractPieces FuzzFindValues FuzzRegFile)
 build=build/fuzz
 runs="$build/runs"
 
