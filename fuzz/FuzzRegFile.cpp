@@ -16,9 +16,11 @@ namespace {
 
 // Pieces of the syntax, so that most inputs get past the header into the value lines.
 constexpr const char* kTokens[] = {
-    "\"a\"=", "\"B\"=", "@=",     "hex:", "hex(1):", "hex(7):", "dword:", "0a", "ff",  "7", ",", " ",
-    "\\",     "\r\n",   "\n",     "\r",   "\"",      "x",       "-",      ";",  "zz",  "[HKEY_LOCAL_MACHINE\\T]",
-    "\\n",    "\\0",    "[-HKCU\\X]", "\xC3\xA9", "\xE0\xA8\x85", "\xC4\x8A", "\\\r\n  ", "=",
+    "\"a\"=", "\"B\"=", "@=", "hex:", "hex(1):", "hex(7):", "dword:", "0a", "ff", "7", ",", " ", "\\", "\r\n",
+    "\n", "\r", "\"", "x", "-", ";", "zz", "=", "\\n", "\\0", "\\\r\n  ", "[HKEY_LOCAL_MACHINE\\T]", "[-HKCU\\X]",
+    "\xC3\xA9",      // é
+    "\xE0\xA8\x85",  // U+0A05: in UTF-16, a line-feed byte as the high byte
+    "\xC4\x8A",      // U+010A: the same, as the low byte
 };
 
 class Pieces final : public nv::RegByteSource {
