@@ -65,23 +65,25 @@ const KeyValueSnapshot::Entry* KeyValueSnapshot::Walk(TextView name) {
   return nullptr;
 }
 
-Variant KeyValueSnapshot::Read(TextView name) {
-  if (next_ < entries_.size() && !entries_[next_].ambiguous && Names(entries_[next_], name)) {
-    return entries_[next_++].value;
-  }
+const KeyValueSnapshot::Entry* KeyValueSnapshot::Find(TextView name) {
   if (!indexed_ && walksLeft_ > 0) {
     --walksLeft_;
-    if (const Entry* entry = Walk(name)) return entry->value;
-    return ReadRegistryValueFromKey(registry_, key_, name);
+    return Walk(name);
   }
   if (!indexed_) BuildIndex();
   asked_.assign(name);
   UpperCaseInPlace(asked_);
   const auto found = index_.find(asked_);
-  if (found != index_.end() && !entries_[found->second].ambiguous) {
-    next_ = found->second + 1;
-    return entries_[found->second].value;
+  if (found == index_.end() || entries_[found->second].ambiguous) return nullptr;
+  next_ = found->second + 1;
+  return &entries_[found->second];
+}
+
+Variant KeyValueSnapshot::Read(TextView name) {
+  if (next_ < entries_.size() && !entries_[next_].ambiguous && Names(entries_[next_], name)) {
+    return entries_[next_++].value;
   }
+  if (const Entry* entry = Find(name)) return entry->value;
   return ReadRegistryValueFromKey(registry_, key_, name);
 }
 

@@ -38,6 +38,9 @@ class KeyValueSnapshot {
   void BuildIndex();
   // Where the index is not built yet: the entry that names `name`, found by a walk.
   const Entry* Walk(TextView name);
+  // The one entry that names `name`, by a walk while walks are left, else by the index;
+  // null when there is none, or more than one.
+  const Entry* Find(TextView name);
 
   Registry& registry_;
   RegKey key_;

@@ -7,6 +7,7 @@
 
 #include "platform/posix/SqliteHive.h"
 #include "store/RegistryKey.h"
+#include "store/TaskStore.h"
 #include "store/ValueBytes.h"
 
 namespace nv {
@@ -35,7 +36,7 @@ void Fill(Registry& hive, int values) {
   hive.BeginBatch();
   for (int i = 0; i < values; ++i) {
     const auto data = BytesFromText(u"value number " + DecimalText(i));
-    hive.SetValue(key.Get(), u"Fields(" + DecimalText(i) + u").Var", RegType::Sz, data.data(),
+    hive.SetValue(key.Get(), FieldValueName(i, u").Var"), RegType::Sz, data.data(),
                   static_cast<std::uint32_t>(data.size()));
   }
   const auto data = BytesFromText(u"alpha;beta;gamma");
@@ -122,7 +123,7 @@ void BM_RewriteValuesInBatch(benchmark::State& state) {
   UniqueRegKey key;
   OpenUniqueKey(*hive, RegRoot::LocalMachine, kTaskKey, RegAccess::AllAccess, key);
   std::vector<Text> names;
-  for (int i = 0; i < values; ++i) names.push_back(u"Fields(" + DecimalText(i) + u").Var");
+  for (int i = 0; i < values; ++i) names.push_back(FieldValueName(i, u").Var"));
   const auto data = BytesFromText(u"line 1234 of the text");
   for (auto _ : state) {
     hive->BeginBatch();

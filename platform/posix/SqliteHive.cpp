@@ -60,11 +60,10 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
                                      "SELECT name, folded, (SELECT data_version FROM pragma_data_version) FROM keys "
                                      "WHERE parent = ?1 AND folded > ?2 ORDER BY folded LIMIT 1");
   // length() of a column alone does not load a large value's pages, nor does a CASE that
-  // leaves the column out.
-  statements_.queryValue = Prepare(d,
-                                   "SELECT type, length(data), id, CASE WHEN length(data) <= " +
-                                       std::to_string(kInlineValueBytes) +
-                                       " THEN data END FROM vals WHERE key = ?1 AND folded = ?2");
+  // leaves the column out: a large value is read from its pages into the caller's buffer.
+  const std::string inlineData = "CASE WHEN length(data) <= " + std::to_string(kInlineValueBytes) + " THEN data END";
+  statements_.queryValue =
+      Prepare(d, "SELECT type, length(data), id, " + inlineData + " FROM vals WHERE key = ?1 AND folded = ?2");
   // An existing value keeps its name as first written and its place in the enumeration.
   statements_.setValue = Prepare(d,
                                  "INSERT INTO vals(key, name, folded, type, data) VALUES(?1, ?2, ?3, ?4, ?5) "
@@ -72,10 +71,8 @@ SqliteHive::SqliteHive(PrivateTag, SqliteDb db, std::string readOnlyReason)
   statements_.updateValue = Prepare(d, "UPDATE vals SET type = ?3, data = ?4 WHERE key = ?1 AND folded = ?2");
   statements_.deleteValue = Prepare(d, "DELETE FROM vals WHERE key = ?1 AND folded = ?2");
   statements_.valueId = Prepare(d, "SELECT id FROM vals WHERE key = ?1 AND folded = ?2");
-  // A large value is left in its pages, as for queryValue, and read straight into the caller's
-  // buffer: the library would otherwise make a copy of it first.
-  const std::string enumColumns = "SELECT name, type, CASE WHEN length(data) <= " + std::to_string(kInlineValueBytes) +
-                                  " THEN data END, id, (SELECT data_version FROM pragma_data_version), length(data) ";
+  const std::string enumColumns =
+      "SELECT name, type, " + inlineData + ", id, (SELECT data_version FROM pragma_data_version), length(data) ";
   statements_.enumValue = Prepare(d, enumColumns + "FROM vals WHERE key = ?1 ORDER BY id LIMIT 1 OFFSET ?2");
   statements_.enumValueAfter = Prepare(d, enumColumns + "FROM vals WHERE key = ?1 AND id > ?2 ORDER BY id LIMIT 1");
   statements_.visitValues = Prepare(d,
